@@ -1,0 +1,63 @@
+#include <iostream>
+#include <stdexcept>
+
+#include "cli/commands.h"
+
+namespace quillet::cli {
+
+std::vector<Command>& Commands() {
+    static std::vector<Command> all;
+    return all;
+}
+
+const Command& FindCommand(const std::string& name) {
+    for (const auto& c : Commands())
+        if (c.name == name) return c;
+    throw std::logic_error("unknown command " + name);
+}
+
+int UsageError(const Command& c, const std::string& why) {
+    if (!why.empty()) std::cerr << "quillet-cli " << c.name << ": " << why << "\n";
+    std::cerr << "usage: " << c.usage << "\n";
+    return 2;
+}
+
+bool WantsHelp(const std::vector<std::string>& args) {
+    for (const auto& a : args) {
+        if (a == "--") return false;
+        if (a == "--help" || a == "-h") return true;
+    }
+    return false;
+}
+
+}  // namespace quillet::cli
+
+static void PrintOverview(std::ostream& out) {
+    out << "usage: quillet-cli COMMAND [ARGS]\n\ncommands:\n";
+    for (const auto& c : quillet::cli::Commands()) out << "  " << c.usage << "\n      " << c.summary << "\n";
+}
+
+int main(int argc, char** argv) {
+    using namespace quillet::cli;
+    std::vector<std::string> args(argv + 1, argv + argc);
+    if (args.empty()) {
+        PrintOverview(std::cerr);
+        return 2;
+    }
+    if (args[0] == "--help" || args[0] == "-h" || args[0] == "help") {
+        PrintOverview(std::cout);
+        return 0;
+    }
+    for (const auto& c : Commands()) {
+        if (c.name != args[0]) continue;
+        std::vector<std::string> rest(args.begin() + 1, args.end());
+        if (WantsHelp(rest)) {
+            std::cout << "usage: " << c.usage << "\n" << c.summary << "\n";
+            return 0;
+        }
+        return c.run(rest);
+    }
+    std::cerr << "quillet-cli: unknown command '" << args[0] << "'\n";
+    PrintOverview(std::cerr);
+    return 2;
+}

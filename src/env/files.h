@@ -1,0 +1,16 @@
+#pragma once
+// Whole-file reading and crash-safe replacing of files.
+#include <string>
+
+namespace quillet {
+
+// Reads a file's bytes; raises a classic error (53 missing, 75 refused, ...) on failure.
+std::string ReadWholeFile(const std::string& path);
+
+// Writes `bytes` to a temporary file beside `path`, flushes it to disk and renames it over
+// `path`, so a failed write never destroys the previous version. An existing target that
+// cannot be written raises 75 before anything is written; other failures raise the
+// classic number of the platform's error.
+void WriteFileAtomically(const std::string& path, const std::string& bytes);
+
+}  // namespace quillet

@@ -1,0 +1,84 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string>
+
+#include "env/errors.h"
+#include "env/files.h"
+
+namespace quillet {
+
+std::string ReadWholeFile(const std::string& path) {
+    int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) throw ErrorFromErrno(errno, false);
+    struct stat st {};
+    if (::fstat(fd, &st) == 0 && S_ISDIR(st.st_mode)) {
+        ::close(fd);
+        Raise(err::PathFileAccess);
+    }
+    std::string out;
+    char buf[65536];
+    for (;;) {
+        ssize_t n = ::read(fd, buf, sizeof buf);
+        if (n < 0) {
+            if (errno == EINTR) continue;
+            int e = errno;
+            ::close(fd);
+            throw ErrorFromErrno(e, false);
+        }
+        if (n == 0) break;
+        out.append(buf, static_cast<std::size_t>(n));
+    }
+    ::close(fd);
+    return out;
+}
+
+static std::string FolderOf(const std::string& path) {
+    auto cut = path.find_last_of('/');
+    if (cut == std::string::npos) return ".";
+    return cut == 0 ? "/" : path.substr(0, cut);
+}
+
+void WriteFileAtomically(const std::string& path, const std::string& bytes) {
+    struct stat st {};
+    bool exists = ::stat(path.c_str(), &st) == 0;
+    if (exists && (S_ISDIR(st.st_mode) || ::access(path.c_str(), W_OK) != 0)) Raise(err::PathFileAccess);
+
+    std::string tmp = path + ".~tmp" + std::to_string(::getpid());
+    int fd = ::open(tmp.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, exists ? (st.st_mode & 07777) : 0666);
+    if (fd < 0) {
+        int e = errno;
+        struct stat dst {};
+        bool folderMissing = ::stat(FolderOf(path).c_str(), &dst) != 0;
+        throw ErrorFromErrno(e, folderMissing);
+    }
+    auto fail = [&](int e) {
+        ::close(fd);
+        ::unlink(tmp.c_str());
+        throw ErrorFromErrno(e, false);
+    };
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        ssize_t n = ::write(fd, bytes.data() + done, bytes.size() - done);
+        if (n < 0) {
+            if (errno == EINTR) continue;
+            fail(errno);
+        }
+        done += static_cast<std::size_t>(n);
+    }
+    if (::fsync(fd) != 0) fail(errno);
+    if (::close(fd) != 0) {
+        int e = errno;
+        ::unlink(tmp.c_str());
+        throw ErrorFromErrno(e, false);
+    }
+    if (::rename(tmp.c_str(), path.c_str()) != 0) {
+        int e = errno;
+        ::unlink(tmp.c_str());
+        throw ErrorFromErrno(e, false);
+    }
+}
+
+}  // namespace quillet

@@ -1,0 +1,1 @@
+// clsEquation: parser and evaluator (being written).

@@ -1,0 +1,37 @@
+#pragma once
+// Shared helpers for library tests: a fixed clock, a temporary folder, file bytes.
+#include <filesystem>
+#include <string>
+
+#include "env/ports.h"
+
+namespace quillet::testing {
+
+class FixedClock : public Clock {
+public:
+    // November 16, 2026 @ 1:33 AM unless told otherwise.
+    explicit FixedClock(int year = 2026, int month = 11, int day = 16, int hour = 1, int minute = 33);
+    std::tm Now() override { return t_; }
+
+private:
+    std::tm t_{};
+};
+
+// A fresh folder under the system's temporary folder, removed again at the end.
+class TempDir {
+public:
+    TempDir();
+    ~TempDir();
+    TempDir(const TempDir&) = delete;
+    TempDir& operator=(const TempDir&) = delete;
+    const std::string& path() const { return path_; }
+    std::string operator/(const std::string& name) const { return path_ + "/" + name; }
+
+private:
+    std::string path_;
+};
+
+std::string ReadBytes(const std::string& path);
+void WriteBytes(const std::string& path, const std::string& bytes);
+
+}  // namespace quillet::testing
