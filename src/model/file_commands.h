@@ -1,0 +1,22 @@
+#pragma once
+// The File menu's commands and the prompt that protects unsaved answers.
+#include <string>
+
+#include "model/app_state.h"
+
+namespace quillet {
+
+// Asks to save changed answers; true means: abandon the command.
+bool SaveIfChanged(AppState& s, bool changed);
+void FileNew(AppState& s);
+void FileOld(AppState& s);
+void FileSave(AppState& s);
+// True when the answers were written.
+bool FileSaveAs(AppState& s);
+void FileDelete(AppState& s);
+// Puts the current file name into the main form's caption.
+void ShowFilename(AppState& s);
+// Makes `name` current: CurrentFile gets the file name, UserDir its folder.
+void SetCurrentFile(AppState& s, const std::string& name);
+
+}  // namespace quillet
