@@ -44,7 +44,9 @@ static std::string FolderOf(const std::string& path) {
 void WriteFileAtomically(const std::string& path, const std::string& bytes) {
     struct stat st {};
     bool exists = ::stat(path.c_str(), &st) == 0;
-    if (exists && (S_ISDIR(st.st_mode) || ::access(path.c_str(), W_OK) != 0)) Raise(err::PathFileAccess);
+    // A file without any write permission is read-only even for an administrator.
+    if (exists && (S_ISDIR(st.st_mode) || (st.st_mode & 0222) == 0 || ::access(path.c_str(), W_OK) != 0))
+        Raise(err::PathFileAccess);
 
     std::string tmp = path + ".~tmp" + std::to_string(::getpid());
     int fd = ::open(tmp.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, exists ? (st.st_mode & 07777) : 0666);

@@ -1,0 +1,354 @@
+#include "model/response_file.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+
+#include "env/errors.h"
+#include "env/ports.h"
+#include "model/form_events.h"
+#include "support/form_fixture.h"
+
+namespace quillet {
+namespace {
+
+using testing::FormFixture;
+using testing::ReadBytes;
+
+TEST(WriteValueLine, BuildsValueBlanksTabsAndCutLabel) {
+    struct Case {
+        std::string value, label;
+        bool starred;
+        std::string expected;
+    } cases[] = {
+        {"12", "4. Points", false, "12  \t\t! 4. Points"},
+        {"", "label", false, "-999  \t\t! label"},
+        {"   ", "label", false, "-999  \t\t! label"},
+        {"  7  ", "label", false, "7  \t\t! label"},
+        {"x", "", false, "x  \t\t!"},
+        {"x", std::string(80, 'a'), false, "x  \t\t! " + std::string(70, 'a')},
+        {"x", std::string(80, 'b'), true, "x  \t\t!* " + std::string(50, 'b')},
+        {"x", "ends with blanks   ", false, "x  \t\t! ends with blanks"},
+        {"a\tb", "l", false, "a\tb  \t\t! l"},
+        // "»" is one character of the label, not two bytes.
+        {"v", std::string(69, 'c') + "»z", false, "v  \t\t! " + std::string(69, 'c') + "»"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(WriteValueLine(c.value, c.label, c.starred), c.expected) << c.value << " / " << c.label;
+}
+
+class ResponseFileTest : public FormFixture {
+protected:
+    std::string ReadValues(const std::string& bytes, int count) {
+        PutFile("v.txt", bytes);
+        LineReader in = LineReader::Open(dir / "v.txt");
+        std::string out;
+        for (int i = 0; i < count; ++i) out += "[" + ReadValueLine(in) + "]";
+        return out;
+    }
+
+    void FillForm(const std::string& model) {
+        const char* answers[] = {"",  "data.100", "", "1", "100", "3", "1", "2.5", "0",
+                                 "1  1  1", "5  5  5", "-1  0  1", "2  2  2"};
+        for (int q = 1; q <= 12; ++q)
+            if (q != 2) SetText(s, *AnswerBox(s.form, q), answers[q]);
+        SetMethodsText(s, model);
+        s.form.chkWeight.value = true;
+        SetText(s, s.form.Note1, "first note");
+        SetText(s, s.form.Note2, "");
+    }
+
+    void FillSolverBoxes() {
+        const char* values[] = {"", "20", "0", "1.E-7", "1", ".2", ".02"};
+        for (int i = 1; i <= 6; ++i) SetText(s, SolverBox(s.form, i), values[i]);
+    }
+};
+
+TEST_F(ResponseFileTest, ReadValueLineTakesTheValueBeforeTheComment) {
+    EXPECT_EQ(ReadValues("12  \t\t! label\r\n"
+                         "-999  \t\t! empty\r\n"
+                         "-9995\r\n"
+                         "a!b!c\r\n"
+                         "  x\ty  \t\t! tabs go\r\n"
+                         "no comment at all  \r\n"
+                         "\r\n",
+                         9),
+              "[12][][][a][xy][no comment at all][][-EOF-][-EOF-]");
+}
+
+TEST_F(ResponseFileTest, ReadValueLineTakesBareLineFeedsAndNoFinalLineEnd) {
+    EXPECT_EQ(ReadValues("1\n2\r\n3", 4), "[1][2][3][-EOF-]");
+}
+
+TEST_F(ResponseFileTest, ReadValueLineAcceptsUtf8AndWindows1252) {
+    EXPECT_EQ(ReadValues("caf\xc3\xa9 ! utf-8\r\ncaf\xe9 ! 1252\r\n", 2), "[café][café]");
+}
+
+TEST_F(ResponseFileTest, FileDateUsesEnglishMonthsAndTwelveHourClock) {
+    std::tm t{};
+    t.tm_year = 126;
+    t.tm_mon = 8;
+    t.tm_mday = 5;
+    t.tm_hour = 0;
+    t.tm_min = 7;
+    EXPECT_EQ(FormatFileDate(t), "September 05, 2026 @ 12:07 AM");
+    t.tm_hour = 12;
+    EXPECT_EQ(FormatFileDate(t), "September 05, 2026 @ 12:07 PM");
+    t.tm_hour = 23;
+    t.tm_mon = 0;
+    EXPECT_EQ(FormatFileDate(t), "January 05, 2026 @ 11:07 PM");
+}
+
+TEST_F(ResponseFileTest, LorentzianFileMatchesHandBuiltBytes) {
+    FillForm("Lorentzian");
+    FillSolverBoxes();
+    WriteAnsFile(s, "Run1.Fit", dir.path());
+    ASSERT_EQ(s.PathStatus, "Ok");
+    const std::string expected =
+        "Run1  \t\t!* 12, and 5          November 16, 2026 @ 1:33 AM\r\n"
+        "data.100  \t\t! 1. \xBB  Filename that contains your XY data to be fitted?\r\n"
+        "Lorentzian  \t\t! 2. \xBB  Model name: Lorentzian, Mod. Lorentzian, Exponential, Power, etc\r\n"
+        "1  \t\t! 3. \xBB  Line number of XY data file where to start reading data.\r\n"
+        "100  \t\t! 4. \xBB  Number of points to use in curve fit?\r\n"
+        "3  \t\t! 5. \xBB  Number of terms to use in chosen series?\r\n"
+        "1  \t\t! 6. \xBB  X-axis normalization factor?\r\n"
+        "2.5  \t\t! 7. \xBB  Y-axis normalization factor?\r\n"
+        "0  \t\t! 8. \xBB  Y-axis offset ... Y0 / Ynorm ... 1 value?\r\n"
+        "1  1  1  \t\t! 9. \xBB  Lorentz amplitude(s) ... A(i) / Ynorm ...starting value?\r\n"
+        "5  5  5  \t\t! 10. \xBB  Pulse Width @ 50% Peak amplitude(s) ... PW50(i) / Xnorm ...star\r\n"
+        "-1  0  1  \t\t! 11. \xBB  Peak locations or offset ... t0(i) / Xnorm ...starting value(s)\r\n"
+        "Y  \t\t! 19. \xBB Add weight for points near x-axis (ie. y ~ 0)\r\n"
+        "first note  \t\t! 20. \xBB Note1\r\n"
+        "-999  \t\t!     \xBB Note2\r\n"
+        "Y\t\t! 22. \xBB Want to change solver variables?\r\n"
+        "20  \t\t! 1. \xBB  REMAX: Maximum iterations.\r\n"
+        "0  \t\t! 2. \xBB  DETAIL: Detailed report every Nth iteration.\r\n"
+        "1.E-7  \t\t! 3. \xBB  DELTA: Convergent tolerance for unknowns.\r\n"
+        "1  \t\t! 4. \xBB  PREDAMP: Damping factor for 1st iteration;  0 < PREDAMP <= 1.\r\n"
+        ".2  \t\t! 5. \xBB  DAMP: Criteria for imposing damping; 0 < DAMP <= 1.\r\n";
+    EXPECT_EQ(ReadBytes(dir / "Run1.Fit"), expected);
+}
+
+TEST_F(ResponseFileTest, SineFileWritesSixSolverLinesAndTheFullFrequencyLabel) {
+    FillForm("Sine");
+    SetText(s, s.form.Remax, "30");
+    SetText(s, s.form.Rho, ".05");
+    WriteAnsFile(s, "S.fit.FIT", dir.path());
+    const std::string expected =
+        "S  \t\t!* 12, and 6          November 16, 2026 @ 1:33 AM\r\n"
+        "data.100  \t\t! 1. \xBB  Filename that contains your XY data to be fitted?\r\n"
+        "Sine  \t\t! 2. \xBB  Model name: Lorentzian, Mod. Lorentzian, Exponential, Power, etc\r\n"
+        "1  \t\t! 3. \xBB  Line number of XY data file where to start reading data.\r\n"
+        "100  \t\t! 4. \xBB  Number of points to use in curve fit?\r\n"
+        "3  \t\t! 5. \xBB  Number of terms to use in chosen series?\r\n"
+        "1  \t\t! 6. \xBB  X-axis normalization factor?\r\n"
+        "2.5  \t\t! 7. \xBB  Y-axis normalization factor?\r\n"
+        "0  \t\t! 8. \xBB  Y-axis offset ... Y0 / Ynorm ... 1 value?\r\n"
+        "1  1  1  \t\t! 9. \xBB  Sine amplitude(s) ... A(i) / Ynorm ...starting value(s)?\r\n"
+        "5  5  5  \t\t! 10. \xBB  Sine frequencies ... B(i) * Xnorm ...starting value(s)?\r\n"
+        "-1  0  1  \t\t! 11. \xBB  Sine offset (Theta) ... C(i) ...starting value(s)?\r\n"
+        "Y  \t\t! 19. \xBB Add weight for points near x-axis (ie. y ~ 0)\r\n"
+        "first note  \t\t! 20. \xBB Note1\r\n"
+        "-999  \t\t!     \xBB Note2\r\n"
+        "Y\t\t! 22. \xBB Want to change solver variables?\r\n"
+        "30  \t\t! 1. \xBB  REMAX: Maximum iterations.\r\n"
+        "-999  \t\t! 2. \xBB  DETAIL: Detailed report every Nth iteration.\r\n"
+        "-999  \t\t! 3. \xBB  EvalMax: Max. # of model evaluations.\r\n"
+        "-999  \t\t! 4. \xBB  ZERO: Iteration convergence tolerance.\r\n"
+        "-999  \t\t! 5. \xBB  ACCURACY: Relative tolerance for constraint satisfaction at conv\r\n"
+        ".05  \t\t! 6. \xBB  RHO: Weighting factor for the penalty function during initial it\r\n";
+    EXPECT_EQ(ReadBytes(dir / "S.fit.FIT"), expected);
+}
+
+TEST_F(ResponseFileTest, UnknownModelGetsErrorLinesInPlaceOfTheSeries) {
+    FillForm("Gaussian");
+    WriteAnsFile(s, "Bad.Fit", dir.path());
+    const std::string bytes = ReadBytes(dir / "Bad.Fit");
+    const std::string expectedMiddle =
+        "0  \t\t! 8. \xBB  Y-axis offset ... Y0 / Ynorm ... 1 value?\r\n"
+        "1  1  1  \t\t! 9. \xBB  Lorentz amplitude(s) ... A(i) / Ynorm ...starting value?\r\n"
+        "5  5  5  \t\t! 10. \xBB  Pulse Width @ 50% Peak amplitude(s) ... PW50(i) / Xnorm ...star\r\n"
+        "------  \t\t!\r\n"
+        "Error:  \t\t! Model #Gaussian is invalid!!!\r\n"
+        "------  \t\t!\r\n"
+        "Y  \t\t! 19.";
+    EXPECT_NE(bytes.find(expectedMiddle), std::string::npos) << bytes;
+    EXPECT_NE(bytes.find("N\t\t! 22. \xBB Want to change solver variables?\r\n"), std::string::npos);
+    EXPECT_TRUE(bytes.ends_with("Want to change solver variables?\r\n"));
+}
+
+struct ModelCase {
+    const char* model;
+    int lastSeries;  // highest series question the file carries
+    bool hasQuestion8;
+    int solverLines;
+};
+
+class RoundTrip : public ResponseFileTest, public ::testing::WithParamInterface<ModelCase> {};
+
+TEST_P(RoundTrip, WrittenFileReadsBackToTheSameRecord) {
+    const ModelCase& c = GetParam();
+    FillForm(c.model);
+    FillSolverBoxes();
+    WriteAnsFile(s, "Trip.Fit", dir.path());
+    const ResponseRecord written = s.rec;
+
+    ResponseRecord fresh;
+    fresh.QuestionLabels = s.rec.QuestionLabels;
+    fresh.Answers[10] = "kept";
+    s.rec = fresh;
+    ReadInto(dir.path(), "Trip.Fit");
+
+    EXPECT_EQ(s.rec.ResponseTitle, "Trip");
+    EXPECT_EQ(s.rec.ResponseFolder, s.env.currentFolder);
+    for (int q = 1; q <= 12; ++q) {
+        std::string want = written.Answers[q];
+        if (q == 8 && !c.hasQuestion8) want = "";
+        if (q > c.lastSeries) want = (q == 10) ? "kept" : "";  // Power leaves question 10 alone
+        if (q == 12 && c.lastSeries < 12 && std::string(c.model) != "Power") {
+            want = "";
+        }
+        EXPECT_EQ(s.rec.Answers[q], want) << c.model << " question " << q;
+    }
+    EXPECT_EQ(s.rec.ModelID, written.ModelID);
+    EXPECT_EQ(s.rec.WeightFlag, 1);
+    EXPECT_EQ(s.rec.Note1, "first note");
+    EXPECT_EQ(s.rec.Note2, "");
+    EXPECT_EQ(s.rec.SolverCount, 6);
+    for (int i = 1; i <= c.solverLines; ++i) EXPECT_EQ(s.rec.SolverValues[i], written.SolverValues[i]);
+    if (c.solverLines == 5) {
+        EXPECT_EQ(s.rec.SolverValues[6], "-EOF-");
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryModel, RoundTrip,
+                         ::testing::Values(ModelCase{"Lorentzian", 11, true, 5},
+                                           ModelCase{"Modified Lorentzian", 12, true, 5},
+                                           ModelCase{"Exponential", 10, true, 5},
+                                           ModelCase{"Power", 9, true, 5},
+                                           ModelCase{"Sine", 11, true, 6},
+                                           ModelCase{"Sine * Exponential", 12, true, 6},
+                                           ModelCase{"Bell Curve", 11, false, 5}));
+
+TEST_F(ResponseFileTest, SelectFileShiftsTheLaterFieldsAsTheReaderTakesThem) {
+    FillForm("-Select-");
+    WriteAnsFile(s, "Sel.Fit", dir.path());
+    ResponseRecord fresh;
+    fresh.QuestionLabels = s.rec.QuestionLabels;
+    s.rec = fresh;
+    ReadInto(dir.path(), "Sel.Fit");
+    EXPECT_EQ(s.rec.ModelID, 0);
+    EXPECT_EQ(s.rec.Answers[9], "1  1  1");
+    EXPECT_EQ(s.rec.Answers[10], "5  5  5");
+    EXPECT_EQ(s.rec.Answers[11], "------");
+    EXPECT_EQ(s.rec.WeightFlag, 0);  // took "Error:"
+    EXPECT_EQ(s.rec.Note1, "------");
+    EXPECT_EQ(s.rec.Note2, "Y");
+    EXPECT_EQ(s.rec.SolverCount, 0);  // the question 22 line held the first note
+}
+
+TEST_F(ResponseFileTest, ReaderRulesForWeightSolverFlagAndShortFiles) {
+    PutFile("hand.Fit",
+            "C:\\runs\\Hand  \t\t!* header\r\n"
+            "D:\\data\\pts.dat\r\nExponential\r\n1\r\n10\r\n1\r\n1\r\n1\r\n0\r\n"
+            "2\r\n3\r\n"
+            "y ! weight in lower case counts\r\n"
+            "n1\r\n-999\r\n"
+            "y ! solver answer in lower case does not\r\n"
+            "20\r\n");
+    ReadInto(dir.path(), "hand.Fit");
+    EXPECT_EQ(s.rec.ResponseTitle, "Hand");
+    EXPECT_EQ(s.rec.ResponseFolder, "C:\\runs");
+    EXPECT_EQ(s.rec.Answers[1], "pts.dat");
+    EXPECT_EQ(s.rec.Answers[9], "2");
+    EXPECT_EQ(s.rec.Answers[10], "3");
+    EXPECT_EQ(s.rec.Answers[11], "");
+    EXPECT_EQ(s.rec.WeightFlag, 1);
+    EXPECT_EQ(s.rec.Note2, "");
+    EXPECT_EQ(s.rec.SolverCount, 0);
+    EXPECT_EQ(s.rec.SolverValues[1], "");
+
+    PutFile("short.Fit", "Short\r\nd.dat\r\nSine\r\n");
+    ReadInto(dir.path(), "short.Fit");
+    EXPECT_EQ(s.rec.Answers[3], "-EOF-");
+    EXPECT_EQ(s.rec.Answers[11], "-EOF-");
+    EXPECT_EQ(s.rec.Answers[12], "");  // a Sine file has no question 12 line
+    EXPECT_EQ(s.rec.Note2, "-EOF-");
+    EXPECT_EQ(s.rec.SolverCount, 0);
+}
+
+TEST_F(ResponseFileTest, ReadingTheModelRelabelsTheFormWithoutMarkingItChanged) {
+    PutFile("b.Fit", "B\r\nd\r\nBell Curve\r\n1\r\n2\r\n3\r\n4\r\n5\r\n9\r\n10\r\n11\r\nN\r\n-999\r\n-999\r\nN\r\n");
+    ReadInto(dir.path(), "b.Fit");
+    EXPECT_EQ(s.rec.ModelID, 7);
+    EXPECT_EQ(s.rec.Answers[8], "");
+    EXPECT_EQ(s.rec.Answers[9], "9");
+    EXPECT_FALSE(s.form.Y0.visible);
+    EXPECT_EQ(s.form.Question9.caption, "9. »  Bell Curve T0(s) ... T0(i) / Xnorm ...starting value(s)?");
+    EXPECT_FALSE(s.DataChanged);
+}
+
+TEST_F(ResponseFileTest, MissingFileIsReportedUnlessTheNameIsEmpty) {
+    dialogs.Answer(mb::OK);
+    s.rec.Answers[1] = "untouched";
+    ReadInto(dir.path(), "gone.Fit");
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text, "Missing 'gone.Fit' file?");
+    EXPECT_EQ(dialogs.boxes[0].title, " File not found.");
+    EXPECT_EQ(dialogs.boxes[0].style, 48);
+    EXPECT_EQ(s.rec.Answers[1], "untouched");
+
+    ReadInto(dir.path(), "");
+    EXPECT_EQ(dialogs.boxes.size(), 1u);
+}
+
+TEST_F(ResponseFileTest, ReadOnlyTargetRaises75AndKeepsThePreviousFile) {
+    PutFile("Ex1.Fit", "previous");
+    ::chmod((dir / "Ex1.Fit").c_str(), 0444);
+    FillForm("Power");
+    try {
+        WriteAnsFile(s, "Ex1.Fit", dir.path());
+        FAIL() << "no error raised";
+    } catch (const RuntimeError& e) {
+        EXPECT_EQ(e.number(), 75);
+    }
+    EXPECT_TRUE(s.SaveFailed);
+    EXPECT_EQ(ReadBytes(dir / "Ex1.Fit"), "previous");
+}
+
+TEST_F(ResponseFileTest, MissingFolderShowsTheCriticalMessage) {
+    dialogs.Answer(mb::OK);
+    FillForm("Power");
+    const std::string folder = dir / "no-such-folder";
+    WriteAnsFile(s, "a.Fit", folder);
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].title, "File not saved; Error in 'WriteAnsFile' routine.");
+    EXPECT_EQ(dialogs.boxes[0].style, 16);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "File Path\\FileName error occured: \r\n"
+              "    Path = " + folder + "\r\n"
+              "    FileName = a.Fit\r\n"
+              "\r\n"
+              "If these are okay then the error may be do to following:\r\n"
+              "  Ex*.fit files in Quillet's User directory are for 'read-only'.\r\n"
+              "  Do not save changes in these Example files.  Save changes under other names.\r\n");
+    EXPECT_TRUE(s.SaveFailed);
+    EXPECT_NE(s.PathStatus, "Ok");
+}
+
+TEST_F(ResponseFileTest, ASuccessfulSaveLeavesNoTemporaryFileBehind) {
+    FillForm("Exponential");
+    WriteAnsFile(s, "a.Fit", dir.path());
+    WriteAnsFile(s, "a.Fit", dir.path());
+    int files = 0;
+    for (auto& e : std::filesystem::directory_iterator(dir.path())) {
+        (void)e;
+        ++files;
+    }
+    EXPECT_EQ(files, 1);
+    EXPECT_FALSE(s.SaveFailed);
+}
+
+}  // namespace
+}  // namespace quillet

@@ -1,0 +1,26 @@
+#pragma once
+// A program state with scripted dialogs, a fixed clock and the form as designed, its current
+// folder a fresh temporary folder.
+#include <gtest/gtest.h>
+
+#include "model/app_state.h"
+#include "support/fake_dialogs.h"
+#include "support/test_env.h"
+
+namespace quillet::testing {
+
+class FormFixture : public ::testing::Test {
+protected:
+    FormFixture();
+    // Writes `bytes` to `name` in the temporary folder and returns its full path.
+    std::string PutFile(const std::string& name, const std::string& bytes);
+    // Reads `name` from `folder` into the record, as Open does.
+    void ReadInto(const std::string& folder, const std::string& name);
+
+    TempDir dir;
+    FakeDialogs dialogs;
+    FixedClock clock;
+    AppState s;
+};
+
+}  // namespace quillet::testing
