@@ -27,6 +27,7 @@ struct AppState {
     std::string CommandLine;
     std::string ShortDataPath;
     std::string UserPath = "demos";  // relative folder stored as userPath
+    std::string DeleteFolder;        // where the Delete dialog starts next time
     std::string FileExt = ".Fit";
     std::int16_t RunCount = 0;
 

@@ -19,6 +19,10 @@ TextBox* AnswerBox(FormModel& f, int question) {
     }
 }
 
+const TextBox* AnswerBox(const FormModel& f, int question) {
+    return AnswerBox(const_cast<FormModel&>(f), question);
+}
+
 TextBox& SolverBox(FormModel& f, int index) {
     switch (index) {
         case 1: return f.Remax;

@@ -107,6 +107,7 @@ struct FormModel {
 
 // The answer boxes of questions 1, 3..12 in question order (question 2 is Methods).
 TextBox* AnswerBox(FormModel& f, int question);
+const TextBox* AnswerBox(const FormModel& f, int question);
 // The six solver boxes, 1..6.
 TextBox& SolverBox(FormModel& f, int index);
 

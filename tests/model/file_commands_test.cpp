@@ -1,0 +1,164 @@
+#include "model/file_commands.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "model/form_events.h"
+#include "support/form_fixture.h"
+
+namespace quillet {
+namespace {
+
+using testing::FormFixture;
+using testing::ReadBytes;
+
+class FileCommands : public FormFixture {
+protected:
+    FileCommands() {
+        s.UserDir = dir.path();
+        s.CurrentFile = "";
+        GetAnswers(s);
+    }
+    bool Exists(const std::string& name) { return std::filesystem::exists(dir / name); }
+    const testing::ShownBox& Box(std::size_t i) { return dialogs.boxes.at(i); }
+};
+
+TEST_F(FileCommands, APersonEditsSavesOpensAndClearsAResponse) {
+    // Choose a model and answer; Save on a never-saved form goes through Save As.
+    SetMethodsText(s, "Exponential");
+    SetText(s, s.form.nTerms, "2");
+    EXPECT_TRUE(s.DataChanged);
+    dialogs.Choose(dir / "first.Fit");
+    FileSave(s);
+    ASSERT_TRUE(Exists("first.Fit"));
+    EXPECT_EQ(dialogs.fileDialogs[0].title, "Save Input File As ...");
+    EXPECT_EQ(dialogs.fileDialogs[0].filter, "All Files (*.*)|*.*|Quillet Files (*.Fit)|*.Fit");
+    EXPECT_EQ(dialogs.fileDialogs[0].proposedName, ".Fit");
+    EXPECT_EQ(s.CurrentFile, "first.Fit");
+    EXPECT_EQ(s.UserDir, dir.path());
+    EXPECT_FALSE(s.DataChanged);
+    EXPECT_EQ(s.form.caption, "first.Fit ... Quillet, a Calculus-level program");
+
+    // A second file, saved under another name.
+    SetText(s, s.form.nTerms, "4");
+    dialogs.Choose(dir / "second.Fit");
+    ASSERT_TRUE(FileSaveAs(s));
+    EXPECT_EQ(dialogs.fileDialogs[1].proposedName, "first.Fit");
+
+    // Edit, then Open: Cancel keeps everything, No discards, Yes saves first.
+    SetText(s, s.form.nTerms, "5");
+    dialogs.Answer(mb::Cancel);
+    FileOld(s);
+    EXPECT_EQ(s.form.nTerms.text, "5");
+    EXPECT_EQ(Box(0).text, "Save current data?");
+    EXPECT_EQ(Box(0).title, "Data in form has changed!");
+    EXPECT_EQ(Box(0).style, 35);
+
+    dialogs.Answer(mb::No).Choose(dir / "first.Fit");
+    FileOld(s);
+    EXPECT_EQ(s.form.nTerms.text, "2");
+    EXPECT_EQ(s.CurrentFile, "first.Fit");
+    EXPECT_FALSE(s.DataChanged);
+    EXPECT_EQ(dialogs.fileDialogs.back().title, "Select Response (Input) File to Open");
+    EXPECT_EQ(dialogs.fileDialogs.back().filter,
+              "All Files (*.*)|*.*|Input Files (*.Fit)|*.Fit|Example Input Files (Ex*.Fit)|Ex*.Fit");
+    EXPECT_EQ(dialogs.fileDialogs.back().proposedName, "*.Fit");
+
+    SetText(s, s.form.nTerms, "6");
+    dialogs.Answer(mb::Yes).Choose(dir / "third.Fit").Choose(dir / "second.Fit");
+    FileOld(s);
+    EXPECT_TRUE(Exists("third.Fit"));
+    EXPECT_EQ(s.form.nTerms.text, "4");
+    EXPECT_EQ(s.CurrentFile, "second.Fit");
+
+    // New asks to confirm; OK clears the answers and shows "Lorentzian".
+    dialogs.Answer(mb::OK);
+    FileNew(s);
+    EXPECT_EQ(dialogs.boxes.back().text, "Okay to Clear responses?");
+    EXPECT_EQ(dialogs.boxes.back().title, "Confirm 'New' Response.");
+    EXPECT_EQ(dialogs.boxes.back().style, 33);
+    EXPECT_EQ(s.CurrentFile, "New data");
+    EXPECT_EQ(s.form.Methods.text, "Lorentzian");
+    EXPECT_EQ(s.form.nTerms.text, "");
+    EXPECT_EQ(s.form.caption, "New data ... Quillet, a Calculus-level program");
+
+    // New again on "New data" does not ask to save, even after edits.
+    SetText(s, s.form.nTerms, "9");
+    dialogs.Answer(mb::Cancel);
+    FileNew(s);
+    EXPECT_EQ(s.form.nTerms.text, "9");
+}
+
+TEST_F(FileCommands, SaveAsAsksBeforeReplacingAndProposesOneExtension) {
+    SetText(s, s.form.nTerms, "3");
+    s.CurrentFile = "My.Fit.fit";
+    testing::WriteBytes(dir / "My.Fit", "old");
+    dialogs.Choose(dir / "My.Fit").Answer(mb::No);
+    EXPECT_FALSE(FileSaveAs(s));
+    EXPECT_EQ(dialogs.fileDialogs[0].proposedName, "My.Fit");
+    EXPECT_EQ(Box(0).text, "Replace " + dir.path() + "/my.fit file?");
+    EXPECT_EQ(Box(0).title, "File exists, want to replace it?");
+    EXPECT_EQ(Box(0).style, 36);
+    EXPECT_EQ(ReadBytes(dir / "My.Fit"), "old");
+
+    dialogs.Choose(dir / "My.Fit").Answer(mb::Yes);
+    EXPECT_TRUE(FileSaveAs(s));
+    EXPECT_NE(ReadBytes(dir / "My.Fit"), "old");
+
+    s.CurrentFile = "~~none";
+    dialogs.Cancel();
+    EXPECT_FALSE(FileSaveAs(s));
+    EXPECT_EQ(dialogs.fileDialogs.back().proposedName, "none.txt");
+}
+
+TEST_F(FileCommands, SaveOfAnExampleFileIsRefusedAndNothingIsLost) {
+    testing::WriteBytes(dir / "Ex1.Fit", "example");
+    std::filesystem::permissions(dir / "Ex1.Fit", std::filesystem::perms::owner_read);
+    s.CurrentFile = "Ex1.Fit";
+    SetText(s, s.form.nTerms, "3");
+    dialogs.Answer(mb::OK);
+    FileSave(s);
+    EXPECT_EQ(Box(0).text, "Unexpected error #75 occured: Path/File access error");
+    EXPECT_EQ(Box(0).title, "In 'FileSave' routine ...");
+    EXPECT_EQ(ReadBytes(dir / "Ex1.Fit"), "example");
+    EXPECT_TRUE(s.DataChanged);
+    EXPECT_TRUE(s.SaveFailed);
+}
+
+TEST_F(FileCommands, OpenReportsAMissingFolder) {
+    dialogs.Choose("/no/such/folder/a.Fit").Answer(mb::OK);
+    FileOld(s);
+    EXPECT_EQ(Box(0).text, "Missing 'a.Fit' file?");
+}
+
+TEST_F(FileCommands, DeleteConfirmsOnlyExistingFilesAndKeepsTheAnswers) {
+    testing::WriteBytes(dir / "old.Fit", "x");
+    SetText(s, s.form.nTerms, "3");
+    dialogs.Choose(dir / "old.Fit").Answer(mb::No);
+    FileDelete(s);
+    EXPECT_TRUE(Exists("old.Fit"));
+    EXPECT_EQ(Box(0).text, "Delete '" + dir.path() + "/old.Fit' File.");
+    EXPECT_EQ(Box(0).title, "Confirm Delete?");
+    EXPECT_EQ(Box(0).style, 36);
+    EXPECT_EQ(dialogs.fileDialogs[0].title, "Select File to be Deleted");
+
+    dialogs.Choose(dir / "old.Fit").Answer(mb::Yes);
+    FileDelete(s);
+    EXPECT_FALSE(Exists("old.Fit"));
+
+    dialogs.Choose(dir / "never.Fit");
+    FileDelete(s);
+    EXPECT_EQ(dialogs.boxes.size(), 2u);
+    EXPECT_EQ(dialogs.fileDialogs.back().startFolder, dir.path());
+    EXPECT_EQ(s.form.nTerms.text, "3");
+}
+
+TEST_F(FileCommands, CaptionShowsTheProgramAloneWithoutAFile) {
+    s.CurrentFile = "";
+    ShowFilename(s);
+    EXPECT_EQ(s.form.caption, "Quillet, a Calculus-level program");
+}
+
+}  // namespace
+}  // namespace quillet

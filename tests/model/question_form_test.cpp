@@ -1,0 +1,186 @@
+#include "model/question_form.h"
+
+#include <gtest/gtest.h>
+
+#include "model/form_events.h"
+#include "support/form_fixture.h"
+
+namespace quillet {
+namespace {
+
+using testing::FormFixture;
+using QuestionForm = FormFixture;
+
+struct Layout {
+    const char* model;
+    bool q8, q10, q11, q12, combo;
+    const char* q9;
+    const char* q10caption;
+    const char* q11caption;
+};
+
+TEST_F(QuestionForm, EachModelShowsAndLabelsItsOwnQuestions) {
+    const Layout layouts[] = {
+        {"Lorentzian", true, true, true, false, false,
+         "9. »  Lorentz amplitude(s) ... A(i) / Ynorm ...starting value?",
+         "10. »  Pulse Width @ 50% Peak amplitude(s) ... PW50(i) / Xnorm ...starting value(s)?",
+         "11. »  Peak locations or offset ... t0(i) / Xnorm ...starting value(s)?"},
+        {"Modified Lorentzian", true, true, true, true, false,
+         "9. »  Lorentz amplitude(s) ... A(i) / Ynorm ...starting value?",
+         "10. »  Pulse Width @ 50% Peak amplitude(s) ... PW50(i) / Xnorm ...starting value(s)?",
+         "11. »  Peak locations or offset ... t0(i) / Xnorm ...starting value(s)?"},
+        {"Exponential", true, true, false, false, false,
+         "9. »  Exponential amplitude(s) ... A(i) / Ynorm ...starting value(s)?",
+         "10. »  Exponential power(s) ... B(i) * Xnorm ...starting value(s)?", nullptr},
+        {"Power", true, false, false, false, false,
+         "9. »  Power amplitude(s)...A(i) / Ynorm * Xnorm^i ...starting value(s)?", nullptr, nullptr},
+        {"Sine", true, true, true, false, true, "9. »  Sine amplitude(s) ... A(i) / Ynorm ...starting value(s)?",
+         "10. »", "11. »  Sine offset (Theta) ... C(i) ...starting value(s)?"},
+        {"Sine * Exponential", true, true, true, true, true,
+         "9. »  Sine amplitude(s) ... A(i) / Ynorm ...starting value(s)?", "10. »",
+         "11. »  Sine offset (Theta) ... C(i) ...starting value(s)?"},
+        {"Bell Curve", false, true, true, false, false,
+         "9. »  Bell Curve T0(s) ... T0(i) / Xnorm ...starting value(s)?",
+         "10. »  Bell Curve amplitude(s) ... A(i) ...starting value(s)?",
+         "11. »  Bell Curve Standard Deviation(s) ... B(i) * Xnorm ...starting value(s)?"},
+    };
+    for (const auto& l : layouts) {
+        SCOPED_TRACE(l.model);
+        SetMethodsText(s, l.model);
+        const auto& f = s.form;
+        EXPECT_EQ(f.Question[8].visible, l.q8);
+        EXPECT_EQ(f.Y0.visible, l.q8);
+        EXPECT_EQ(f.Question10.visible, l.q10);
+        EXPECT_EQ(f.PW50.visible, l.q10);
+        EXPECT_EQ(f.Question11.visible, l.q11);
+        EXPECT_EQ(f.PeakLocations.visible, l.q11);
+        EXPECT_EQ(f.Question12.visible, l.q12);
+        EXPECT_EQ(f.Amplitude2.visible, l.q12);
+        EXPECT_EQ(f.Combo10.visible, l.combo);
+        EXPECT_EQ(f.Question9.caption, l.q9);
+        if (l.q10caption) {
+            EXPECT_EQ(f.Question10.caption, l.q10caption);
+        }
+        if (l.q11caption) {
+            EXPECT_EQ(f.Question11.caption, l.q11caption);
+        }
+        if (l.combo) {
+            EXPECT_EQ(f.Combo10.text, "Sine frequencies ... B(i) * Xnorm ...starting value(s)?");
+        }
+    }
+    EXPECT_EQ(s.form.Question12.caption, "12. »  Exponential weight ... D(i) ...starting value(s)?");
+}
+
+TEST_F(QuestionForm, SelectKeepsThePreviousCaptionsWithTwelveHidden) {
+    SetMethodsText(s, "Modified Lorentzian");
+    SetMethodsText(s, "-Select-");
+    EXPECT_EQ(s.rec.ModelID, 0);
+    EXPECT_EQ(s.form.Question9.caption, "9. »  Lorentz amplitude(s) ... A(i) / Ynorm ...starting value?");
+    EXPECT_TRUE(s.form.Question11.visible);
+    EXPECT_FALSE(s.form.Question12.visible);
+    SetMethodsText(s, "Gaussian");
+    EXPECT_EQ(s.rec.ModelID, -1);
+}
+
+TEST_F(QuestionForm, EditsSetDataChangedOnlyWhenTheTextDiffersFromTheRecord) {
+    GetAnswers(s);  // the record now holds the defaults
+    for (int q : {1, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}) {
+        SCOPED_TRACE(q);
+        s.DataChanged = false;
+        TextBox& box = *AnswerBox(s.form, q);
+        const std::string stored = box.text;
+        SetText(s, box, stored + "x");
+        SetText(s, box, stored);  // typing the old value back does not clear the flag
+        EXPECT_TRUE(s.DataChanged);
+        s.DataChanged = false;
+        box.text = "";  // a change to the stored value itself leaves the flag alone
+        SetText(s, box, stored);
+        EXPECT_FALSE(s.DataChanged);
+    }
+    s.DataChanged = false;
+    SetText(s, s.form.Note2, "other");
+    EXPECT_TRUE(s.DataChanged);
+    s.DataChanged = false;
+    Methods_Click(s, 3);
+    EXPECT_TRUE(s.DataChanged);
+    EXPECT_EQ(s.form.Methods.text, "Exponential");
+}
+
+TEST_F(QuestionForm, AnyEditOfASolverBoxMarksTheAnswersChanged) {
+    for (int i = 1; i <= 6; ++i) {
+        s.DataChanged = false;
+        SetText(s, SolverBox(s.form, i), "7");
+        EXPECT_TRUE(s.DataChanged) << i;
+    }
+}
+
+TEST_F(QuestionForm, FocusSelectsWholeEntriesAndSendsDataFileToTheBrowseButton) {
+    for (Ctl id : {Ctl::Amplitude, Ctl::Amplitude2, Ctl::PW50, Ctl::PeakLocations, Ctl::Note1, Ctl::Note2}) {
+        OnGotFocus(s, id);
+        EXPECT_EQ(s.form.focus, id);
+    }
+    EXPECT_EQ(s.form.PW50.selStart, 0);
+    EXPECT_EQ(s.form.PW50.selLength, 9999);
+    EXPECT_EQ(s.form.Note2.selLength, 9999);
+    EXPECT_EQ(s.form.nTerms.selLength, 0);
+
+    OnGotFocus(s, Ctl::timeData);
+    EXPECT_TRUE(s.form.cmdFileData.visible);
+    EXPECT_EQ(s.form.focus, Ctl::cmdFileData);
+    s.form.activeTab = Tab::Calculator;
+    OnGotFocus(s, Ctl::timeData);
+    EXPECT_EQ(s.form.focus, Ctl::timeData);
+}
+
+TEST_F(QuestionForm, CompletenessFollowsTheQuestionsTheModelUses) {
+    for (int q : {3, 4, 5, 6, 7, 8}) SetText(s, *AnswerBox(s.form, q), "1");
+    SetText(s, s.form.Amplitude2, "");
+    struct Case {
+        const char* model;
+        int blank;  // a question left blank, 0 for none
+        bool complete;
+    } cases[] = {{"-Select-", 0, false},    {"Lorentzian", 0, true},           {"Lorentzian", 12, true},
+                 {"Modified Lorentzian", 0, false}, {"Power", 10, true},    {"Power", 9, false},
+                 {"Exponential", 11, true},  {"Exponential", 10, false},   {"Bell Curve", 8, true},
+                 {"Sine", 8, false},          {"Sine * Exponential", 0, false}, {"Lorentzian", 1, false}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.model) + " blank " + std::to_string(c.blank));
+        SetMethodsText(s, c.model);
+        std::string kept;
+        if (c.blank) {
+            kept = AnswerBox(s.form, c.blank)->text;
+            SetText(s, *AnswerBox(s.form, c.blank), "  ");
+        }
+        if (!c.complete) dialogs.Answer(mb::OK);
+        EXPECT_EQ(isCompleteTest(s), c.complete);
+        if (c.blank) SetText(s, *AnswerBox(s.form, c.blank), kept);
+    }
+    ASSERT_FALSE(dialogs.boxes.empty());
+    EXPECT_EQ(dialogs.boxes[0].text, "Some fields are Blank, please fill them and submit again");
+    EXPECT_EQ(dialogs.boxes[0].title, "Missing some data fields");
+    EXPECT_EQ(dialogs.boxes[0].style, 48);
+}
+
+TEST_F(QuestionForm, BrowseButtonTakesOnlyDataBesideTheResponseFile) {
+    s.UserDir = dir.path();
+    dialogs.Choose(dir / "pts.100");
+    cmdFileData_Click(s);
+    EXPECT_EQ(s.form.timeData.text, "pts.100");
+    EXPECT_EQ(s.DataDir, dir.path());
+    ASSERT_EQ(dialogs.fileDialogs.size(), 1u);
+    EXPECT_EQ(dialogs.fileDialogs[0].title, "Select File Name containing your Data to be curve fitted");
+    EXPECT_EQ(dialogs.fileDialogs[0].filter,
+              "All Files (*.*)|*.*|Input Data files (*.??0.data)|*.??0.data|Plot data files (*.plt)|*.plt");
+
+    dialogs.Choose("/elsewhere/other.100").Answer(mb::OK);
+    cmdFileData_Click(s);
+    EXPECT_EQ(s.form.timeData.text, "pts.100");
+    EXPECT_EQ(dialogs.boxes.back().text, "Sorry, Input & Data files -must- be in same directory!");
+
+    dialogs.Cancel();
+    cmdFileData_Click(s);
+    EXPECT_EQ(dialogs.boxes.size(), 1u);
+}
+
+}  // namespace
+}  // namespace quillet
