@@ -1,0 +1,57 @@
+#include "fitting/data_file.h"
+
+#include "env/errors.h"
+#include "env/files.h"
+#include "fitting/fit_error.h"
+#include "fitting/number_text.h"
+
+namespace quillet::fitting {
+
+namespace {
+
+std::string Where(const std::string& path, long line) {
+    return "Line " + std::to_string(line) + " of the data file \"" + path + "\"";
+}
+
+}  // namespace
+
+DataPoints ReadDataPoints(const std::string& path, int firstLine, int count) {
+    std::string bytes;
+    try {
+        bytes = ReadWholeFile(path);
+    } catch (const RuntimeError& e) {
+        throw FitInputError("The data file \"" + path + "\" cannot be read: " + e.description() + ".");
+    }
+    DataPoints d;
+    std::size_t pos = 0;
+    long line = 1;
+    for (; line < firstLine && pos < bytes.size(); ++line) {
+        pos = bytes.find('\n', pos);
+        pos = pos == std::string::npos ? bytes.size() : pos + 1;
+    }
+    for (; static_cast<int>(d.x.size()) < count && pos < bytes.size(); ++line) {
+        std::size_t end = bytes.find('\n', pos);
+        if (end == std::string::npos) end = bytes.size();
+        std::string_view text(bytes.data() + pos, end - pos);
+        if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
+        pos = end + 1;
+        auto fields = SplitFields(text);
+        if (fields.size() != 2)
+            throw FitInputError(Where(path, line) + " does not hold one X and one Y value: \"" + std::string(text) +
+                                "\".");
+        auto x = ParseNumber(fields[0]);
+        auto y = ParseNumber(fields[1]);
+        if (!x || !y)
+            throw FitInputError(Where(path, line) + " holds \"" + std::string(!x ? fields[0] : fields[1]) +
+                                "\", which is not a number.");
+        d.x.push_back(*x);
+        d.y.push_back(*y);
+    }
+    if (static_cast<int>(d.x.size()) < count)
+        throw FitInputError("The data file \"" + path + "\" holds " + std::to_string(d.x.size()) +
+                            " points from line " + std::to_string(firstLine) + " on; question 4 asks for " +
+                            std::to_string(count) + ".");
+    return d;
+}
+
+}  // namespace quillet::fitting

@@ -1,0 +1,44 @@
+#pragma once
+// The least-squares fit itself (Levenberg-Marquardt of Ceres Solver) in normalised units.
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "fitting/models.h"
+#include "fitting/solver_options.h"
+
+namespace quillet::fitting {
+
+struct FitProblem {
+    const Model* model = nullptr;
+    std::vector<double> u;        // normalised X
+    std::vector<double> v;        // normalised Y
+    std::vector<double> weights;  // residual multipliers; empty: all 1
+    std::vector<double> start;
+    std::vector<double> lower;    // per parameter; -inf/+inf: unbounded
+    std::vector<double> upper;
+    EngineOptions options;
+    std::function<void(const std::string&)> progress;  // receives progress lines
+};
+
+enum class FitOutcome { Converged, NotConverged, Diverged };
+
+struct FitResult {
+    FitOutcome outcome = FitOutcome::Diverged;
+    std::string reason;              // why it stopped, for a person
+    std::vector<double> params;
+    std::vector<double> stdErrors;   // empty when the covariance could not be computed
+    std::string stdErrorsNote;       // why they are missing
+    double weightedRss = 0;          // sum of squared weighted residuals, normalised units
+    int iterations = 0;
+    long evaluations = 0;            // evaluations of the model over all points
+    double seconds = 0;
+    EngineOptions applied;           // every option filled in, defaults included
+};
+
+// The bounds the model asks for: sine frequencies between 0 and 130% of their start.
+void SetModelBounds(FitProblem& problem);
+
+FitResult RunEngine(const FitProblem& problem);
+
+}  // namespace quillet::fitting

@@ -1,0 +1,33 @@
+#pragma once
+// What a response file asks of the solver, as numbers.
+#include <array>
+#include <string>
+#include <vector>
+
+namespace quillet::fitting {
+
+struct FitSettings {
+    std::string responseFolder;
+    std::string responseName;  // "Ex1.Fit"
+    std::string title;         // ResponseTitle
+    std::string dataFile;      // bare name, looked for beside the response file
+    int modelId = 0;
+    int firstLine = 1;  // question 3, 1-based
+    int points = 0;     // question 4
+    int terms = 0;      // question 5
+    double xnorm = 1;
+    double ynorm = 1;
+    double y0 = 0;      // question 8 (normalised); 0 for models without an offset
+    // Starting values of the series questions the model uses, in question order.
+    std::vector<std::vector<double>> series;
+    bool weighted = false;
+    std::array<std::string, 6> solverValues;  // as typed; blank means the engine's default
+    std::string note1;
+    std::string note2;
+};
+
+// Reads the response file `folder`/`name` with the program's own reader and checks its
+// answers; raises FitInputError saying what is wrong.
+FitSettings ReadFitSettings(const std::string& folder, const std::string& name);
+
+}  // namespace quillet::fitting

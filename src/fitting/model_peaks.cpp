@@ -1,0 +1,50 @@
+// Peak-shaped terms: Lorentzian, absorptive plus dispersive Lorentzian, Gaussian bell.
+#include <cmath>
+
+#include "fitting/model_terms.h"
+
+namespace quillet::fitting::terms {
+
+double Lorentzian(int, const double* q, double u, double* dq) {
+    const double a = q[0], w = q[1], t0 = q[2];
+    const double s = 2 * (u - t0) / w;
+    const double l = 1 / (1 + s * s);
+    const double f = a * l;
+    if (dq) {
+        const double dfds = -2 * f * s * l;
+        dq[0] = l;
+        dq[1] = dfds * (-s / w);
+        dq[2] = dfds * (-2 / w);
+    }
+    return f;
+}
+
+double ModifiedLorentzian(int, const double* q, double u, double* dq) {
+    const double a = q[0], w = q[1], t0 = q[2], b = q[3];
+    const double s = 2 * (u - t0) / w;
+    const double l = 1 / (1 + s * s);
+    const double f = (a + b * s) * l;
+    if (dq) {
+        const double dfds = b * l - 2 * f * s * l;
+        dq[0] = l;
+        dq[1] = dfds * (-s / w);
+        dq[2] = dfds * (-2 / w);
+        dq[3] = s * l;
+    }
+    return f;
+}
+
+double BellCurve(int, const double* q, double u, double* dq) {
+    const double t0 = q[0], a = q[1], b = q[2];
+    const double z = (u - t0) / b;
+    const double g = std::exp(-z * z / 2);
+    const double f = a * g;
+    if (dq) {
+        dq[0] = f * z / b;
+        dq[1] = g;
+        dq[2] = f * z * z / b;
+    }
+    return f;
+}
+
+}  // namespace quillet::fitting::terms

@@ -1,0 +1,46 @@
+#include "fitting/number_text.h"
+
+#include <charconv>
+#include <cmath>
+
+namespace quillet::fitting {
+
+std::optional<double> ParseNumber(std::string_view text) {
+    while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
+    while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+    // from_chars takes no leading "+".
+    if (text.size() > 1 && text.front() == '+' && text[1] != '-') text.remove_prefix(1);
+    if (text.empty()) return std::nullopt;
+    double v = 0;
+    auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), v);
+    if (ec != std::errc() || end != text.data() + text.size() || !std::isfinite(v)) return std::nullopt;
+    return v;
+}
+
+std::vector<std::string_view> SplitFields(std::string_view line) {
+    std::vector<std::string_view> fields;
+    std::size_t pos = 0;
+    while (pos < line.size()) {
+        pos = line.find_first_not_of(" \t,", pos);
+        if (pos == std::string_view::npos) break;
+        std::size_t end = line.find_first_of(" \t,", pos);
+        if (end == std::string_view::npos) end = line.size();
+        fields.push_back(line.substr(pos, end - pos));
+        pos = end;
+    }
+    return fields;
+}
+
+std::string FormatNumber(double v) {
+    char buf[64];
+    auto [end, ec] = std::to_chars(buf, buf + sizeof buf, v);
+    return std::string(buf, ec == std::errc() ? end : buf);
+}
+
+std::string FormatShort(double v, int digits) {
+    char buf[64];
+    auto [end, ec] = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::general, digits);
+    return std::string(buf, ec == std::errc() ? end : buf);
+}
+
+}  // namespace quillet::fitting
