@@ -1,0 +1,60 @@
+#pragma once
+// The registry on Linux: each root is one text file in the registry-export format (REGEDIT4,
+// UTF-8), HKEY_CURRENT_USER.reg and HKEY_CLASSES_ROOT.reg, that a person can read and edit.
+// Key and value names ignore case. Every call re-reads the file under a lock on
+// "<file>.lock", and a change replaces the file atomically, so that programs sharing the
+// folder never lose each other's values. A damaged file reads as empty keys: it is renamed
+// aside to "<file>.damaged-<time>", never overwritten, and reported once through TakeNotices.
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "env/registry_backend.h"
+
+namespace quillet {
+
+class FileRegistry : public RegistryBackend {
+public:
+    explicit FileRegistry(std::string folder);
+
+    long OpenKey(RootKey root, const std::string& subKey, std::uint32_t access, KeyHandle& key) override;
+    long CreateKey(RootKey root, const std::string& subKey, std::uint32_t access, KeyHandle& key,
+                   std::uint32_t& disposition) override;
+    long QueryValue(KeyHandle key, const std::string& name, std::uint32_t& type, unsigned char* data,
+                    std::uint32_t& count) override;
+    long SetValue(KeyHandle key, const std::string& name, std::uint32_t type, const unsigned char* data,
+                  std::uint32_t count) override;
+    long CloseKey(KeyHandle key) override;
+    long CreateKeyPlain(RootKey root, const std::string& subKey, KeyHandle& key) override;
+    long SetDefaultText(KeyHandle key, const std::string& subKey, const std::string& text) override;
+    std::vector<std::string> TakeNotices() override;
+
+    // The hive file of a root, e.g. "<folder>/HKEY_CURRENT_USER.reg".
+    std::string HiveFile(RootKey root) const;
+
+    struct Hive;
+
+private:
+    struct OpenedKey {
+        RootKey root;
+        std::string path;
+        std::uint32_t access;
+    };
+    template <class Change>
+    long WithHive(RootKey root, bool mayChange, Change change);
+    enum class Load { Loaded, Unreadable, DamagedInPlace };
+    Load LoadHive(const std::string& file, const std::string& rootName, bool locked, Hive& hive);
+    KeyHandle Remember(RootKey root, std::string path, std::uint32_t access);
+
+    std::string folder_;
+    std::map<KeyHandle, OpenedKey> open_;
+    KeyHandle next_ = 1;
+    std::vector<std::string> notices_;
+    std::set<std::string> reportedInPlace_;  // damaged files that could not be set aside
+};
+
+// QUILLET_REGISTRY_DIR when set, else $XDG_CONFIG_HOME/Vantorel, else ~/.config/Vantorel.
+std::string DefaultRegistryFolder();
+
+}  // namespace quillet

@@ -1,0 +1,193 @@
+#include "env/settings.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+
+#include "env/errors.h"
+#include "env/mdlRegistryAPI.h"
+#include "env/paths.h"
+#include "env/text.h"
+
+namespace quillet {
+
+namespace {
+
+const std::string kProduct(kProductKey);
+const std::string kCompany(kCompanyKey);
+
+using Report = std::function<void(const RuntimeError&)>;
+
+// Runs one step of a routine; a run-time error is reported and the routine goes on.
+template <class Step>
+void Try(Step step, const Report& report) {
+    try {
+        step();
+    } catch (const RuntimeError& e) {
+        report(e);
+    }
+}
+
+Report UnexpectedError(Env& env, const std::string& routine) {
+    return [&env, routine](const RuntimeError& e) {
+        env.dialogs->MsgBox(UnexpectedErrorText(e), mb::Critical, "In '" + routine + "' routine ...");
+    };
+}
+
+void EnsureKey(Env& env, const std::string& key) {
+    if (!KeyExists(env, reg::CurrentUser, key)) CreateKey(env, reg::CurrentUser, key);
+}
+
+std::string ReadText(Env& env, const std::string& key, const std::string& name) {
+    return RegText(GetRegValue(env, reg::CurrentUser, key, name, reg::Sz));
+}
+
+void WriteText(Env& env, const std::string& key, const std::string& name, const std::string& text) {
+    SetRegValue(env, reg::CurrentUser, key, name, reg::Sz, text);
+}
+
+void MakeFolder(const std::string& path) {
+    std::error_code ec;
+    if (std::filesystem::create_directory(path, ec) || !ec) return;
+    auto cond = ec.default_error_condition();
+    int e = cond.category() == std::generic_category() ? cond.value() : EIO;
+    if (e == EEXIST) Raise(err::PathFileAccess);
+    throw ErrorFromErrno(e, true);
+}
+
+// Only folders relative to the program folder are kept.
+bool IsAbsolute(const std::string& path) { return (path.size() > 1 && path[1] == ':') || StartsWith(path, "/"); }
+
+}  // namespace
+
+void ShowRegistryNotices(Env& env) {
+    for (const std::string& notice : env.registry->TakeNotices()) env.dialogs->MsgBox(notice, mb::Exclamation, "Quillet");
+}
+
+void EnsureSettingsKeys(Env& env) {
+    Try(
+        [&] {
+            if (!KeyExists(env, reg::CurrentUser, kCompany)) {
+                CreateKey(env, reg::CurrentUser, kCompany);
+                CreateKey(env, reg::CurrentUser, kProduct);
+            } else {
+                EnsureKey(env, kProduct);
+            }
+        },
+        UnexpectedError(env, "EnsureSettingsKeys"));
+    ShowRegistryNotices(env);
+}
+
+std::string GetPauseTime(Env& env) {
+    std::string pause = ReadText(env, kCompany, "tPause");
+    ShowRegistryNotices(env);
+    return pause.empty() ? "20" : pause;
+}
+
+std::int16_t GetRunCount(Env& env) {
+    std::string text = Trim(ReadText(env, kProduct, "RunCount"));
+    ShowRegistryNotices(env);
+    long n = std::strtol(text.c_str(), nullptr, 10);
+    return static_cast<std::int16_t>(std::clamp<long>(n, INT16_MIN, INT16_MAX));
+}
+
+void Start_INI(Env& env, std::string& runMode) {
+    Report report = [&env](const RuntimeError& e) {
+        env.dialogs->MsgBox(UnexpectedErrorText(e) + kCrLf + "Path =" + env.programDir + kCrLf +
+                                ".  Suggest re-installing " + "Quillet" + ".",
+                            mb::Critical, "In 'Start_INI' routine ...");
+    };
+    runMode.assign(1, ' ');  // not = " ": GCC 12 warns falsely (-Wrestrict) on that
+    std::string user = JoinPath(env.programDir, "User");
+    Try(
+        [&] {
+            if (!dirExists(env, user)) MakeFolder(user);
+        },
+        report);
+    Try(
+        [&] {
+            if (!env.probe(env.programDir, true)) Raise(err::PathNotFound);
+            env.currentFolder = env.programDir;
+        },
+        report);
+}
+
+std::string GetFileInRegistry(Env& env, std::string& userPath) {
+    Report report = [&env](const RuntimeError& e) {
+        env.dialogs->MsgBox(UnexpectedErrorText(e) + kCrLf + "It seems some Registry entry is corrupt!  Re-installing this " +
+                                kCrLf + "Quillet" + " " + "program is the easiest fix.",
+                            mb::Critical, "In 'GetFileInRegistry' routine ...");
+        env.parentDir = JoinPath(env.programDir, "..");
+    };
+    std::string name;
+    bool known = false;
+    Try([&] { known = KeyExists(env, reg::CurrentUser, kProduct); }, report);
+    if (known) {
+        Try(
+            [&] {
+                name = ReadText(env, kProduct, "fileIn");
+                name = name.substr(name.find_last_of("\\/") + 1);
+            },
+            report);
+        Try(
+            [&] {
+                std::string path = ReadText(env, kProduct, "userPath");
+                userPath = path.empty() || IsAbsolute(path) ? "demos" : path;
+            },
+            report);
+        env.parentDir = JoinPath(env.programDir, "..");
+    }
+    ShowRegistryNotices(env);
+    return name;
+}
+
+void PutFileInRegistry(Env& env, const std::string& currentFile, const std::string& userPath) {
+    Report report = [&env](const RuntimeError& e) {
+        env.dialogs->MsgBox(UnexpectedErrorText(e) + kCrLf + "It seems some Registry entry is corrupt!  Re-installing this " +
+                                kCrLf + "Quillet" + "\xE2\x84\xA2 " /* ™ */ + "program is the easiest fix.",
+                            mb::Critical, "In 'PutFileInRegistry'");
+    };
+    Try([&] { EnsureKey(env, kProduct); }, report);
+    Try([&] { WriteText(env, kProduct, "FileIn", currentFile); }, report);
+    Try([&] { WriteText(env, kProduct, "userPath", userPath); }, report);
+    ShowRegistryNotices(env);
+}
+
+void PutRunCountInRegistry(Env& env, std::int16_t runCount) {
+    Report report = UnexpectedError(env, "PutRunCountInRegistry");
+    Try([&] { EnsureKey(env, kProduct); }, report);
+    Try([&] { WriteText(env, kProduct, "RunCount", std::to_string(runCount)); }, report);
+    ShowRegistryNotices(env);
+}
+
+void MakePlotFileName(Env& env, const std::string& fileName) {
+    std::string plotFile = fileName;
+    std::string tail = LCase(Right(fileName, 4));
+    if (!fileName.empty() && tail != ".gif" && tail != ".plt")
+        plotFile = LCase(fileName.substr(0, fileName.rfind('.')) + ".plt");
+    PutPlotFileInRegistry(env, plotFile);
+}
+
+void PutPlotFileInRegistry(Env& env, const std::string& plotFile) {
+    Report report = UnexpectedError(env, "PutPlotFileInRegistry");
+    Try([&] { EnsureKey(env, kCompany); }, report);
+    Try([&] { WriteText(env, kCompany, "ProgramPath", "\\Quillet"); }, report);
+    if (!plotFile.empty()) Try([&] { WriteText(env, kCompany, "plotFile", plotFile); }, report);
+    ShowRegistryNotices(env);
+}
+
+std::string StripProgramFolder(const Env& env, const std::string& folder) {
+    return ReplaceNoCase(folder, JoinPath(env.programDir, ""), "", 1);
+}
+
+void SaveSettingsAtExit(Env& env, const std::string& runMode, const std::string& dataFolder, std::string& userPath,
+                        std::int16_t& runCount) {
+    userPath = runMode == "Demo" ? "demos" : StripProgramFolder(env, dataFolder);
+    // A 16-bit count: past 32767 it wraps, and a wrapped count is no longer stored.
+    runCount = static_cast<std::int16_t>(runCount + 1);
+    if (runCount > -9) PutRunCountInRegistry(env, runCount);
+}
+
+}  // namespace quillet
