@@ -1,0 +1,111 @@
+#include "run/launcher.h"
+
+#include <filesystem>
+
+#include "env/errors.h"
+#include "env/mdlRegistryAPI.h"
+#include "env/paths.h"
+#include "env/settings.h"
+#include "env/text.h"
+#include "model/catalogue.h"
+#include "model/file_commands.h"
+#include "run/command_line.h"
+
+namespace quillet {
+
+namespace {
+
+void ReportMissing(AppState& s, const std::string& routine) {
+    s.env.dialogs->MsgBox("File is missing ... in '" + routine + "' routine!" + kCrLf +
+                              "Try running a different file that normally works, then try this" + kCrLf +
+                              "one again.  Did error come back?  Not sure what going on here.",
+                          mb::Exclamation, std::string("A ") + kProductName + " File is missing!");
+}
+
+std::string DemosFolder(const AppState& s) { return JoinPath(s.env.programDir, "demos"); }
+
+// A run folder outside the program folder is a full path: its output lies beside it.
+std::string OutputFolder(const AppState& s) {
+    if (std::filesystem::path(s.RunDir).is_absolute()) return JoinPath(s.RunDir, "output");
+    return JoinPath(JoinPath(s.env.programDir, s.RunDir), "output");
+}
+
+// Makes `folder` current for the run; a missing folder is an error, as changing into it would be.
+void MakeCurrent(AppState& s, const std::string& folder) {
+    std::error_code ec;
+    if (!std::filesystem::is_directory(folder, ec)) Raise(err::PathNotFound);
+    s.env.currentFolder = folder;
+}
+
+}  // namespace
+
+void EnsureOutputDir(AppState& s) {
+    const std::string out = OutputFolder(s);
+    if (dirExists(s.env, out)) return;
+    std::error_code ec;
+    if (!std::filesystem::create_directory(out, ec) && ec) throw ErrorFromErrno(ec.value(), true);
+}
+
+void FileRun2(AppState& s) {
+    try {
+        SetRegValue(s.env, reg::CurrentUser, std::string(kCompanyKey), "tPause", reg::Sz, s.form.tPause.text);
+        if (s.RunMode == "Demo" && !s.DemoFile.empty()) {
+            MakeCurrent(s, DemosFolder(s));
+            s.WorkDir = DemosFolder(s);
+            s.RunFile = s.DemoFile;
+            s.RunDir = "demos";
+            if (StartsWith(s.DemoFile, "Ex")) RunSubmitted(s);
+            return;
+        }
+        if (s.CurrentFile == kNewData || s.DataChanged) {
+            if (s.env.dialogs->MsgBox("Okay to save '" + s.CurrentFile + "' now?", mb::OKCancel + mb::Question,
+                                      "File -not- saved OR has been modified!") != mb::OK)
+                return;
+            if (!FileSaveAs(s)) return;
+            s.RunFile = s.CurrentFile;
+            s.WorkDir = s.UserDir;
+            MakeCurrent(s, s.WorkDir);
+            if (!FileExists(s.env, JoinPath(s.UserDir, s.CurrentFile))) return;
+        }
+        s.RunFile = s.CurrentFile;
+        RunSubmitted(s);
+    } catch (const RuntimeError&) {
+        ReportMissing(s, "FileRun2");
+    }
+}
+
+void RunSubmitted(AppState& s) {
+    MakePlotFileName(s.env, s.RunFile);
+    FileRun(s);
+}
+
+void FileRun(AppState& s) {
+    try {
+        if (s.RunMode == "Demo") {
+            PutFileInRegistry(s.env, s.DemoFile, "demos");
+            s.RunFile = s.DemoFile;
+            s.RunDir = "demos";
+            MakeCurrent(s, DemosFolder(s));
+        } else if (s.RunDir == s.env.programDir) {
+            s.RunDir.clear();
+            MakeCurrent(s, s.UserDir);
+        } else {
+            s.RunFile = s.CurrentFile;
+            // The run's folder relative to the program folder; one outside it stays a full path.
+            s.RunDir = StripProgramFolder(s.env, s.UserDir);
+            s.UserPath = s.RunDir;
+            PutFileInRegistry(s.env, s.CurrentFile, s.UserPath);
+            MakeCurrent(s, s.UserDir);
+        }
+        if (s.RunFile.empty()) return;
+        const std::string args = s.RunFile + " " + s.RunDir + (s.form.AutoExit.value ? " exit" : " wait");
+        EnsureOutputDir(s);
+        s.form.cmdPlots.enabled = true;
+        s.CommandLine = JoinPath(s.env.programDir, RunScriptName()) + " " + args;
+        s.env.runner->Run(s.CommandLine, s.env.currentFolder, !s.form.AutoExit.value);
+    } catch (const RuntimeError&) {
+        ReportMissing(s, "exitWin");
+    }
+}
+
+}  // namespace quillet

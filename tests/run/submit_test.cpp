@@ -1,0 +1,126 @@
+#include "run/submit.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "model/file_commands.h"
+#include "model/form_events.h"
+#include "run/command_line.h"
+#include "run/run_fixture.h"
+
+namespace quillet {
+namespace {
+
+using testing::ReadBytes;
+using testing::RunFixture;
+
+class Submit : public RunFixture {};
+
+TEST_F(Submit, ShortPathKeepsSafeLongNamesAndAliasesTheRest) {
+    struct Case {
+        const char* path;
+        const char* shortPath;
+    } cases[] = {
+        {"/home/christopher/Quillet/User/pts.100", "/home/christopher/quillet/user/pts.100"},
+        {"/a/My Data/pts.100", "/a/mydata~1/pts.100"},
+        {"/a/b/long name.text", "/a/b/longna~1.tex"},
+        {"/a/x;touch pwned/y", "/a/xtouch~1/y"},
+        {"/a/$HOME/y", "/a/home~1/y"},
+        {"/a/v1.2_c-d~e+f/y", "/a/v1.2_c-d~e+f/y"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(ShortPathOf(c.path), c.shortPath) << c.path;
+}
+
+TEST_F(Submit, ChecksReportInOrderAndStartNothing) {
+    const std::string wrongFolder = "Sorry, at least one Path is -not- correct.  Please, move both files into the same "
+                                    "directory.  This should resolve this problem.";
+    const std::string notSaved = "File -not- saved OR path -not- found.  Please, try menu command File | Save As.  "
+                                 "This -may- resolve this problem.";
+    const std::string notFound = "Sorry, one or both files were -not- found.  Please, move both files into the same "
+                                 "directory.  This should resolve this problem.";
+
+    // Unsaved form: no file name yet.
+    s.CurrentFile = "";
+    dialogs.Answer(mb::OK);
+    cmdSubmit_Click(s);
+    EXPECT_EQ(dialogs.boxes.back().text, notSaved);
+    EXPECT_EQ(dialogs.boxes.back().title, "In 'cmdSubmit' routine ...");
+    EXPECT_EQ(dialogs.boxes.back().style, 48);
+
+    // Both files exist, in folders that differ only in letter case.
+    SaveResponse("run.Fit");
+    const std::string other = MakeFolder("USER");
+    testing::WriteBytes(other + "/pts.100", "1 2\n");
+    SetText(s, s.form.timeData, other + "/pts.100");
+    dialogs.Answer(mb::OK);
+    cmdSubmit_Click(s);
+    EXPECT_EQ(dialogs.boxes.back().text, wrongFolder);
+
+    // Same folder, data file missing.
+    SetText(s, s.form.timeData, "missing.100");
+    dialogs.Answer(mb::OK);
+    cmdSubmit_Click(s);
+    EXPECT_EQ(dialogs.boxes.back().text, notFound);
+
+    EXPECT_FALSE(ScriptRan());
+}
+
+TEST_F(Submit, DataFileInAFolderWithABlankFailsTheShortNameRule) {
+    const std::string spaced = MakeFolder("My Runs");
+    UseUserDir(spaced);
+    SaveResponse("run.Fit");
+    dialogs.Answer(mb::OK);
+    cmdSubmit_Click(s);
+    EXPECT_EQ(dialogs.boxes.back().text,
+              "pts.100 file name must be a valid DOS file name; ie. 8.3 alpha-numeric characters ... eg. "
+              "~234-678.abc .");
+    EXPECT_FALSE(ScriptRan());
+}
+
+TEST_F(Submit, BlankAnswersAreRefusedBeforeAnythingRuns) {
+    SetText(s, s.form.xnorm, "");
+    SaveResponse("run.Fit");
+    dialogs.Answer(mb::OK);
+    cmdSubmit_Click(s);
+    EXPECT_EQ(dialogs.boxes.back().text, "Some fields are Blank, please fill them and submit again");
+    EXPECT_TRUE(s.form.cmdSubmit.enabled);
+    EXPECT_FALSE(ScriptRan());
+}
+
+TEST_F(Submit, ShortSeriesAreWarnedPaddedAndTheRunStillStarts) {
+    SetText(s, s.form.nTerms, "4");
+    SetText(s, s.form.PW50, "5\t 5");
+    SaveResponse("run.Fit");
+    // One frame per short line, the summary, then the save prompt for the padded answers.
+    dialogs.Answer(mb::OK).Answer(mb::OK).Answer(mb::OK).Answer(mb::OK).Answer(mb::OK);
+    dialogs.Choose(UserDir() + "/run.Fit").Answer(mb::Yes);
+    cmdSubmit_Click(s);
+    ASSERT_GE(dialogs.boxes.size(), 4u);
+    EXPECT_EQ(dialogs.boxes[0].title, "In 'cmdSubmit_Click' routine");
+    EXPECT_EQ(dialogs.boxes[0].style, 16);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              " ============== Warning! ============== \r\n"
+              " =        'Line 9' variable must contain 4 values          = \r\n"
+              " =          or more for your 'A' parameter.             = \r\n"
+              " =================================== \r\n");
+    EXPECT_NE(dialogs.boxes[1].text.find("'Line 10' variable must contain 4 values"), std::string::npos);
+    EXPECT_EQ(dialogs.boxes[3].text,
+              " ================ Warning ================ Added parameters for series.  This will allow the solver"
+              " to continue and come up with a solution.  Re-run with number of terms you desire, if not what you "
+              "want. =======================================");
+    EXPECT_EQ(s.form.Amplitude.text, "1  1  1 1");
+    EXPECT_EQ(s.form.PW50.text, "5\t 5 1 1");
+    EXPECT_TRUE(ScriptRan());
+    EXPECT_EQ(s.RunMode, "*");
+}
+
+TEST(CommandLineSplit, BlanksSplitOnceAndNothingElseIsInterpreted) {
+    EXPECT_EQ(SplitCommandLine("/p/run-FitW.sh a.Fit  exit"),
+              (std::vector<std::string>{"/p/run-FitW.sh", "a.Fit", "exit"}));
+    EXPECT_EQ(SplitCommandLine("  x;touch 'q' $(y) "), (std::vector<std::string>{"x;touch", "'q'", "$(y)"}));
+    EXPECT_TRUE(SplitCommandLine("   ").empty());
+}
+
+}  // namespace
+}  // namespace quillet
