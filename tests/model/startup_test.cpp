@@ -1,0 +1,135 @@
+#include "model/startup.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "env/file_registry_posix.h"
+#include "env/mdlRegistryAPI.h"
+#include "env/paths.h"
+#include "model/file_commands.h"
+#include "model/form_events.h"
+#include "model/response_file.h"
+#include "support/form_fixture.h"
+
+namespace quillet {
+namespace {
+
+using testing::FormFixture;
+using testing::ReadBytes;
+
+class Startup : public FormFixture {
+protected:
+    Startup() : hive(dir / "hive") {
+        program = dir / "Quillet";
+        std::filesystem::create_directories(program + "/demos");
+        Reset();
+    }
+
+    // A new program state, as at the next start of the program.
+    void Reset() {
+        s = AppState{};
+        s.env.dialogs = &dialogs;
+        s.env.clock = &clock;
+        s.env.registry = &hive;
+        s.env.programDir = program;
+        s.env.parentDir = program + "/..";
+        s.env.currentFolder = dir.path();
+    }
+
+    void StoreLastFile(const std::string& name, const std::string& userPath) {
+        KeyHandle key = 0;
+        std::uint32_t disposition = 0;
+        hive.CreateKey(reg::CurrentUser, "Software\\Vantorel\\Quillet", reg::KeyAllAccess, key, disposition);
+        hive.CloseKey(key);
+        SetRegValue(s.env, reg::CurrentUser, "Software\\Vantorel\\Quillet", "FileIn", reg::Sz, name);
+        SetRegValue(s.env, reg::CurrentUser, "Software\\Vantorel\\Quillet", "userPath", reg::Sz, userPath);
+    }
+
+    // Saves a response with `terms` in question 5 as program/folder/name.
+    void SaveResponse(const std::string& folder, const std::string& name, const std::string& terms) {
+        AppState other;
+        other.env = s.env;
+        InitFormDesign(other);
+        SetMethodsText(other, "Power");
+        SetText(other, other.form.nTerms, terms);
+        std::filesystem::create_directories(program + "/" + folder);
+        WriteAnsFile(other, name, program + "/" + folder);
+    }
+
+    std::string program;
+    FileRegistry hive;
+};
+
+TEST_F(Startup, FirstAndSecondStartOnAnEmptyHive) {
+    Form_Load(s);
+    EXPECT_EQ(s.form.tPause.text, "20");
+    EXPECT_EQ(s.RunCount, 0);
+    EXPECT_EQ(s.UserPath, "demos");
+    EXPECT_EQ(s.CurrentFile, "");
+    EXPECT_EQ(s.form.caption, "Quillet, a Calculus-level program");
+    EXPECT_EQ(s.form.timeData.text, "Ex1.100");
+    EXPECT_EQ(s.form.Methods.text, "-Select-");
+    EXPECT_EQ(s.rec.Answers[1], "Ex1.100");
+    EXPECT_FALSE(s.DataChanged);
+    EXPECT_EQ(s.RunMode, " ");
+    EXPECT_TRUE(std::filesystem::is_directory(program + "/User"));
+    EXPECT_EQ(s.form.cboPatterns.text, "Math Models (*.equ)");
+    EXPECT_EQ(s.form.lblInstructions,
+              "1. On the left side, Find your Folder by double clicking Folders. Next, find your Math Model file "
+              "name and select/click it.\r\n2. Enter desired X value below.\r\n3. Press the 'Calculate' button "
+              "below.\r\n\r\nThe resulting Y value and its standard deviation will be shown in the bottom "
+              "textboxes.");
+    EXPECT_TRUE(KeyExists(s.env, reg::CurrentUser, "Software\\Vantorel\\Quillet"));
+    const std::string classes = ReadBytes(dir / "hive/HKEY_CLASSES_ROOT.reg");
+    EXPECT_NE(classes.find("[HKEY_CLASSES_ROOT\\.Fit]\n@=\"MyEditor.bat\""), std::string::npos) << classes;
+    EXPECT_EQ(classes.find(".prz"), std::string::npos);
+
+    exitWin(s);
+    EXPECT_TRUE(s.env.quitRequested);
+    std::filesystem::remove(dir / "hive/HKEY_CLASSES_ROOT.reg");
+
+    Reset();
+    Form_Load(s);
+    EXPECT_EQ(s.RunCount, 1);
+    EXPECT_FALSE(std::filesystem::exists(dir / "hive/HKEY_CLASSES_ROOT.reg"));
+}
+
+TEST_F(Startup, ReopensTheLastResponseFileWithExactlyItsAnswers) {
+    SaveResponse("User", "mine.Fit", "7");
+    StoreLastFile("C:\\old\\mine.Fit", "User");
+    Form_Load(s);
+    EXPECT_EQ(s.CurrentFile, "mine.Fit");
+    EXPECT_EQ(s.UserDir, program + "/User");
+    EXPECT_EQ(s.form.nTerms.text, "7");
+    EXPECT_EQ(s.form.Methods.text, "Power");
+    EXPECT_FALSE(s.form.PW50.visible);
+    EXPECT_FALSE(s.DataChanged);
+    EXPECT_EQ(s.form.caption, "mine.Fit ... Quillet, a Calculus-level program");
+}
+
+TEST_F(Startup, ExamplesAndVanishedFilesLeaveTheDefaultsSilently) {
+    for (const char* name : {"Ex1.Fit", "eX2.Fit", "gone.Fit"}) {
+        SCOPED_TRACE(name);
+        SaveResponse("demos", "Ex1.Fit", "7");
+        SaveResponse("demos", "eX2.Fit", "7");
+        StoreLastFile(name, "demos");
+        Reset();
+        Form_Load(s);
+        EXPECT_EQ(s.form.nTerms.text, "");
+        EXPECT_EQ(s.form.Methods.text, "-Select-");
+        EXPECT_EQ(s.CurrentFile, std::string(name) == "gone.Fit" ? "gone.Fit" : "");
+        EXPECT_TRUE(dialogs.boxes.empty());
+    }
+}
+
+TEST_F(Startup, AbsoluteUserPathFallsBackToDemosAndEmptyPauseShowsTwenty) {
+    StoreLastFile("", "/home/someone/data");
+    SetRegValue(s.env, reg::CurrentUser, "Software\\Vantorel", "tPause", reg::Sz, std::string());
+    Form_Load(s);
+    EXPECT_EQ(s.UserPath, "demos");
+    EXPECT_EQ(s.form.tPause.text, "20");
+}
+
+}  // namespace
+}  // namespace quillet
