@@ -1,0 +1,176 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "env/mdlRegistryAPI.h"
+#include "registry_fixture.h"
+
+namespace quillet::testing {
+namespace {
+
+namespace fs = std::filesystem;
+using Bytes = std::vector<unsigned char>;
+
+class HiveFile : public RegistryFixture {
+protected:
+    HiveFile() { fs::create_directory(hives); }
+    std::string Text(const std::string& key, const std::string& name) {
+        return RegText(GetRegValue(env, reg::CurrentUser, key, name, reg::Sz, std::string("<missing>")));
+    }
+    std::vector<fs::path> SetAside() {
+        std::vector<fs::path> found;
+        for (auto& e : fs::directory_iterator(hives))
+            if (e.path().filename().string().starts_with("HKEY_CURRENT_USER.reg.damaged-")) found.push_back(e.path());
+        return found;
+    }
+    std::string file = hives + "/HKEY_CURRENT_USER.reg";
+};
+
+TEST_F(HiveFile, ReadsAFileAPersonWrote) {
+    WriteBytes(file,
+               "\xEF\xBB\xBFREGEDIT4\r\n"
+               "; settings kept by hand\r\n"
+               "[hkey_current_user\\software\\vantorel]\r\n"
+               "\"tPause\" = \"30\"   \r\n"
+               "\"Path\"=\"C:\\\\work\\\\\\\"q\\\"\"\r\n"
+               "\"Plain\"=\"C:\\work\"\r\n"
+               "@=\"default\"\r\n"
+               "\"Count\"=dword:0000002a\r\n"
+               "\"Blob\"=hex:01,02,\\\r\n"
+               "  03\r\n"
+               "\"Old\"=\"gone\"\r\n"
+               "\"Old\"=-\r\n"
+               "\"Text\"=hex(1):61,0a,62,00\r\n"
+               "[HKEY_CURRENT_USER\\Software\\Removed]\r\n"
+               "\"x\"=\"1\"\r\n"
+               "[-HKEY_CURRENT_USER\\Software\\Removed]\r\n");
+    const std::string key = "Software\\Vantorel";
+    EXPECT_EQ(Text(key, "TPAUSE"), "30");
+    EXPECT_EQ(Text(key, "Path"), "C:\\work\\\"q\"");
+    EXPECT_EQ(Text(key, "Plain"), "C:\\work");
+    EXPECT_EQ(Text(key, ""), "default");
+    EXPECT_EQ(GetRegValue(env, reg::CurrentUser, key, "Count", reg::Dword), RegValue(42));
+    EXPECT_EQ(GetRegValue(env, reg::CurrentUser, key, "Blob", reg::Binary), RegValue(Bytes{1, 2, 3}));
+    EXPECT_EQ(Text(key, "Old"), "<missing>");
+    EXPECT_EQ(Text(key, "Text"), "a\nb");
+    EXPECT_FALSE(KeyExists(env, reg::CurrentUser, "Software\\Removed"));
+    EXPECT_TRUE(registry.TakeNotices().empty());
+}
+
+TEST_F(HiveFile, WritesTheExportFormat) {
+    CreateKey(env, reg::CurrentUser, "Software\\Vantorel\\Quillet");
+    CreateKey(env, reg::CurrentUser, "Software\\Vantorel-Tools");
+    CreateKey(env, reg::CurrentUser, "Software\\Empty");
+    const std::string key = "Software\\Vantorel";
+    SetRegValue(env, reg::CurrentUser, key, "Quote \"q\"", reg::Sz, std::string("C:\\a \"b\""));
+    SetRegValue(env, reg::CurrentUser, key, "Lines", reg::Sz, std::string("a\nb"));
+    SetRegValue(env, reg::CurrentUser, key, "Count", reg::Dword, -2);
+    Bytes blob(30);
+    for (std::size_t i = 0; i < blob.size(); ++i) blob[i] = static_cast<unsigned char>(i);
+    SetRegValue(env, reg::CurrentUser, key, "Blob", reg::Binary, blob);
+    SetRegValue(env, reg::CurrentUser, key, "", reg::Sz, std::string("first"));
+    SetRegValue(env, reg::CurrentUser, "Software\\Vantorel\\Quillet", "RunCount", reg::Sz, std::string("3"));
+    EXPECT_EQ(ReadBytes(file),
+              "REGEDIT4\n"
+              "\n"
+              "[HKEY_CURRENT_USER\\Software\\Empty]\n"
+              "\n"
+              "[HKEY_CURRENT_USER\\Software\\Vantorel]\n"
+              "@=\"first\"\n"
+              "\"Quote \\\"q\\\"\"=\"C:\\\\a \\\"b\\\"\"\n"
+              "\"Lines\"=hex(1):61,0a,62,00\n"
+              "\"Count\"=dword:fffffffe\n"
+              "\"Blob\"=hex:00,01,02,03,04,05,06,07,08,09,0a,0b,0c,0d,0e,0f,10,11,12,13,14,15,\\\n"
+              "  16,17,18,19,1a,1b,1c,1d\n"
+              "\n"
+              "[HKEY_CURRENT_USER\\Software\\Vantorel\\Quillet]\n"
+              "\"RunCount\"=\"3\"\n"
+              "\n"
+              "[HKEY_CURRENT_USER\\Software\\Vantorel-Tools]\n"
+              "\n");
+    FileRegistry again(hives);
+    env.registry = &again;
+    EXPECT_EQ(GetRegValue(env, reg::CurrentUser, key, "Blob", reg::Binary), RegValue(blob));
+    EXPECT_EQ(Text(key, "Lines"), "a\nb");
+    EXPECT_EQ(Text(key, "quote \"Q\""), "C:\\a \"b\"");
+}
+
+// Every way a file can be broken: it reads as empty keys, is kept aside byte for byte,
+// is reported once, and the next write starts a fresh file.
+TEST_F(HiveFile, ADamagedFileIsSetAsideAndReportedOnce) {
+    const std::string good = "REGEDIT4\n\n[HKEY_CURRENT_USER\\K]\n\"v\"=\"1\"\n";
+    const std::vector<std::string> damaged = {
+        "", "REGEDIT", std::string("\0\x01\xff garbage\n\n", 13), "[HKEY_CURRENT_USER\\K]\n\"v\"=\"1\"\n",
+        "REGEDIT4\n\"v\"=\"1\"\n", "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=\"1\n", "REGEDIT4\n[HKEY_LOCAL_MACHINE\\K]\n",
+        "REGEDIT4\n[HKEY_CURRENT_USER\\K\n", "REGEDIT4\n[HKEY_CURRENT_USER\\\\K]\n", "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=hex:1,2\n",
+        "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=dword:123\n", "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=hex:01,\\\n",
+        "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=word:1\n", "REGEDIT4\n[HKEY_CURRENT_USER\\K]\nv=\"1\"\n",
+        "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"\"1\"\n"};
+    for (const std::string& bytes : damaged) {
+        SCOPED_TRACE(bytes);
+        fs::remove_all(hives);
+        fs::create_directory(hives);
+        WriteBytes(file, bytes);
+        EXPECT_FALSE(KeyExists(env, reg::CurrentUser, "K"));
+        auto aside = SetAside();
+        ASSERT_EQ(aside.size(), 1u);
+        EXPECT_EQ(ReadBytes(aside[0]), bytes);
+        auto notices = registry.TakeNotices();
+        ASSERT_EQ(notices.size(), 1u);
+        EXPECT_NE(notices[0].find(aside[0].string()), std::string::npos) << notices[0];
+        EXPECT_FALSE(CreateKey(env, reg::CurrentUser, "K"));
+        SetRegValue(env, reg::CurrentUser, "K", "v", reg::Sz, std::string("1"));
+        EXPECT_EQ(ReadBytes(file), "REGEDIT4\n\n[HKEY_CURRENT_USER\\K]\n\"v\"=\"1\"\n\n");
+        EXPECT_TRUE(registry.TakeNotices().empty());
+        EXPECT_EQ(SetAside().size(), 1u);
+    }
+}
+
+// Cut anywhere, a file either still reads (cut at the end of a line) or is set aside whole.
+TEST_F(HiveFile, ATruncatedFileNeverLosesWhatItHeld) {
+    const std::string full =
+        "REGEDIT4\n\n[HKEY_CURRENT_USER\\Software\\Vantorel]\n\"ProgramPath\"=\"\\\\Quillet\"\n"
+        "\"Blob\"=hex:00,01,02,\\\n  03\n\"Count\"=dword:00000003\n\n";
+    int readable = 0;
+    for (std::size_t cut = 0; cut < full.size(); ++cut) {
+        SCOPED_TRACE(cut);
+        fs::remove_all(hives);
+        fs::create_directory(hives);
+        WriteBytes(file, full.substr(0, cut));
+        std::string path = Text("Software\\Vantorel", "ProgramPath");
+        if (fs::exists(file)) {
+            EXPECT_EQ(ReadBytes(file), full.substr(0, cut));
+            EXPECT_TRUE(path == "\\Quillet" || path == "<missing>") << path;
+            ++readable;
+        } else {
+            ASSERT_EQ(SetAside().size(), 1u);
+            EXPECT_EQ(ReadBytes(SetAside()[0]), full.substr(0, cut));
+            EXPECT_EQ(registry.TakeNotices().size(), 1u);
+        }
+    }
+    EXPECT_GT(readable, 3);
+    EXPECT_LT(readable, 20);
+}
+
+TEST_F(HiveFile, OpenKeysKeepTheirRightsAndNeverRecreateARemovedKey) {
+    CreateKey(env, reg::CurrentUser, "K");
+    KeyHandle reader = 0, writer = 0;
+    ASSERT_EQ(registry.OpenKey(reg::CurrentUser, "K", reg::KeyRead, reader), reg::Success);
+    ASSERT_EQ(registry.OpenKey(reg::CurrentUser, "k", reg::KeyWrite, writer), reg::Success);
+    const unsigned char text[] = "abc";
+    EXPECT_EQ(registry.SetValue(reader, "v", reg::Sz, text, 3), reg::AccessDenied);
+    EXPECT_EQ(registry.SetValue(writer, "v", reg::Sz, text, 3), reg::Success);
+    std::uint32_t type = 0, count = 3;
+    unsigned char buffer[8] = {};
+    EXPECT_EQ(registry.QueryValue(writer, "v", type, buffer, count), reg::AccessDenied);
+    EXPECT_EQ(registry.QueryValue(reader, "v", type, buffer, count), reg::MoreData);
+    EXPECT_EQ(count, 4u);
+    WriteBytes(file, "REGEDIT4\n");  // a person removed the key meanwhile
+    EXPECT_EQ(registry.SetValue(writer, "v", reg::Sz, text, 3), reg::KeyDeleted);
+    EXPECT_EQ(ReadBytes(file), "REGEDIT4\n");
+    EXPECT_EQ(registry.CloseKey(reader), reg::Success);
+    EXPECT_EQ(registry.CloseKey(reader), reg::InvalidHandle);
+}
+
+}  // namespace
+}  // namespace quillet::testing
