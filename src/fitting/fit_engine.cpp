@@ -4,6 +4,7 @@
 #include <ceres/iteration_callback.h>
 #include <ceres/problem.h>
 #include <ceres/solver.h>
+#include <glog/logging.h>
 
 #include <chrono>
 #include <cmath>
@@ -112,6 +113,8 @@ void SetModelBounds(FitProblem& problem) {
 }
 
 FitResult RunEngine(const FitProblem& fp) {
+    // The engine's own log lines would only repeat on stderr what the report says.
+    FLAGS_minloglevel = google::GLOG_FATAL;
     FitResult result;
     const int np = fp.model->parameterCount();
     result.params = fp.start;
@@ -137,7 +140,7 @@ FitResult RunEngine(const FitProblem& fp) {
     const auto t0 = std::chrono::steady_clock::now();
     ceres::Solve(options, &problem, &summary);
     result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
-    result.iterations = summary.num_successful_steps + summary.num_unsuccessful_steps;
+    result.iterations = summary.iterations.empty() ? 0 : static_cast<int>(summary.iterations.size()) - 1;
     result.evaluations = cost.evaluations();
     result.weightedRss = 2 * summary.final_cost;
 

@@ -7,7 +7,8 @@
 namespace quillet::fitting {
 
 std::string PlotFileName(const std::string& responseName) {
-    if (responseName.empty() || EndsWith(responseName, ".gif") || EndsWith(responseName, ".plt")) return responseName;
+    if (responseName.empty() || EndsWith(LCase(responseName), ".gif") || EndsWith(responseName, ".plt"))
+        return responseName;
     auto dot = responseName.rfind('.');
     return LCase((dot == std::string::npos ? responseName : responseName.substr(0, dot)) + ".plt");
 }

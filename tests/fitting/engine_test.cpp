@@ -1,0 +1,204 @@
+// The fit itself: every model recovers known curves; limits, bounds and failures.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+#include "fitting/fit_engine.h"
+#include "fitting/solver_options.h"
+#include "fitting/weights.h"
+#include "model_cases.h"
+
+namespace quillet::fitting {
+namespace {
+
+using testing::ModelCase;
+using testing::ModelCases;
+
+// Normal deviates from a portable engine, so the data are the same everywhere.
+class Noise {
+public:
+    explicit Noise(std::uint64_t seed) : rng_(seed) {}
+    double operator()(double sigma) {
+        const double u1 = (static_cast<double>(rng_() >> 11) + 0.5) / 9007199254740992.0;
+        const double u2 = static_cast<double>(rng_() >> 11) / 9007199254740992.0;
+        return sigma * std::sqrt(-2 * std::log(u1)) * std::cos(2 * 3.14159265358979323846 * u2);
+    }
+
+private:
+    std::mt19937_64 rng_;
+};
+
+struct Fixture {
+    Model model;
+    FitProblem problem;
+};
+
+Fixture Prepare(const ModelCase& c, double sigma, std::uint64_t seed, const std::array<std::string, 6>& solver) {
+    Fixture f{Model(*FindModelKind(c.model), c.terms), {}};
+    Noise noise(seed);
+    const int n = 150;
+    for (int i = 0; i < n; ++i) {
+        const double u = c.u0 + (c.u1 - c.u0) * i / (n - 1);
+        f.problem.u.push_back(u);
+        f.problem.v.push_back(f.model.Value(c.truth.data(), u, nullptr) + noise(sigma));
+    }
+    f.problem.start = c.start;
+    f.problem.options = MapSolverValues(c.model, solver);
+    return f;
+}
+
+// Tight tolerances through the solver variables of each family.
+std::array<std::string, 6> TightValues(int model) {
+    if (model >= model::Sine) return {"200", "0", "", "1e-15", "1e-15", ""};
+    return {"200", "0", "1e-15", "", "", ""};
+}
+
+FitResult Fit(Fixture& f) {
+    f.problem.model = &f.model;
+    SetModelBounds(f.problem);
+    return RunEngine(f.problem);
+}
+
+// Standard errors computed here from the model's derivatives: sqrt(s^2 (J'J)^-1_kk).
+std::vector<double> IndependentErrors(const Fixture& f, const FitResult& r) {
+    const std::size_t np = r.params.size(), n = f.problem.u.size();
+    std::vector<double> a(np * 2 * np, 0), grad(np);
+    double rss = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+        const double res = f.model.Value(r.params.data(), f.problem.u[i], grad.data()) - f.problem.v[i];
+        rss += res * res;
+        for (std::size_t j = 0; j < np; ++j)
+            for (std::size_t k = 0; k < np; ++k) a[j * 2 * np + k] += grad[j] * grad[k];
+    }
+    for (std::size_t j = 0; j < np; ++j) a[j * 2 * np + np + j] = 1;
+    for (std::size_t c = 0; c < np; ++c) {  // Gauss-Jordan with partial pivoting
+        std::size_t piv = c;
+        for (std::size_t j = c + 1; j < np; ++j)
+            if (std::fabs(a[j * 2 * np + c]) > std::fabs(a[piv * 2 * np + c])) piv = j;
+        for (std::size_t k = 0; k < 2 * np; ++k) std::swap(a[c * 2 * np + k], a[piv * 2 * np + k]);
+        const double d = a[c * 2 * np + c];
+        for (std::size_t k = 0; k < 2 * np; ++k) a[c * 2 * np + k] /= d;
+        for (std::size_t j = 0; j < np; ++j) {
+            if (j == c) continue;
+            const double m = a[j * 2 * np + c];
+            for (std::size_t k = 0; k < 2 * np; ++k) a[j * 2 * np + k] -= m * a[c * 2 * np + k];
+        }
+    }
+    const double s2 = rss / static_cast<double>(n - np);
+    std::vector<double> se(np);
+    for (std::size_t k = 0; k < np; ++k) se[k] = std::sqrt(s2 * a[k * 2 * np + np + k]);
+    return se;
+}
+
+TEST(FitEngine, EveryModelRecoversNoiseFreeCurvesWithTightTolerances) {
+    for (const auto& c : ModelCases()) {
+        Fixture f = Prepare(c, 0, 1, TightValues(c.model));
+        FitResult r = Fit(f);
+        EXPECT_EQ(r.outcome, FitOutcome::Converged) << c.model << ": " << r.reason;
+        for (std::size_t k = 0; k < c.truth.size(); ++k)
+            EXPECT_NEAR(r.params[k], c.truth[k], 1e-8 * std::max(1.0, std::fabs(c.truth[k])))
+                << "model " << c.model << " " << f.model.parameterName(static_cast<int>(k));
+    }
+}
+
+TEST(FitEngine, EveryModelRecoversNoisyCurvesWithinThreeStandardErrors) {
+    std::uint64_t seed = 7;
+    for (const auto& c : ModelCases()) {
+        Fixture f = Prepare(c, 0.02, ++seed, {});
+        FitResult r = Fit(f);
+        ASSERT_EQ(r.outcome, FitOutcome::Converged) << c.model << ": " << r.reason;
+        ASSERT_EQ(r.stdErrors.size(), c.truth.size()) << r.stdErrorsNote;
+        const std::vector<double> expected = IndependentErrors(f, r);
+        for (std::size_t k = 0; k < c.truth.size(); ++k) {
+            const std::string name = f.model.parameterName(static_cast<int>(k));
+            EXPECT_LE(std::fabs(r.params[k] - c.truth[k]), 3 * r.stdErrors[k]) << "model " << c.model << " " << name;
+            EXPECT_NEAR(r.stdErrors[k], expected[k], 1e-4 * expected[k]) << "model " << c.model << " " << name;
+        }
+    }
+}
+
+const ModelCase& CaseOf(int model) {
+    for (const auto& c : ModelCases())
+        if (c.model == model) return c;
+    throw std::logic_error("no case");
+}
+
+TEST(FitEngine, SineFrequenciesStayBelowThirtyPercentAboveTheirStart) {
+    // One period of a sine of frequency 1, started at 0.75: the fit presses against 0.975.
+    const ModelCase c{model::Sine, 1, {0, 1, 1, 0}, {0, 1, 0.75, 0}, 0, 1};
+    Fixture f = Prepare(c, 0, 1, {});
+    FitResult r = Fit(f);
+    EXPECT_LE(r.params[2], 0.975 * (1 + 1e-12));
+    EXPECT_GT(r.params[2], 0.95);
+}
+
+TEST(FitEngine, LimitsStopTheFitWithoutConvergence) {
+    const ModelCase& sine = CaseOf(model::SineExponential);
+    Fixture capped = Prepare(sine, 0.02, 3, {"", "", "4", "", "", ""});
+    FitResult r = Fit(capped);
+    EXPECT_EQ(r.outcome, FitOutcome::NotConverged);
+    EXPECT_NE(r.reason.find("EvalMax"), std::string::npos) << r.reason;
+    EXPECT_GE(r.evaluations, 4);
+    EXPECT_LE(r.evaluations, 8);
+
+    Fixture once = Prepare(CaseOf(model::Lorentzian), 0.02, 3, {"1", "", "", "", "", ""});
+    r = Fit(once);
+    EXPECT_EQ(r.outcome, FitOutcome::NotConverged) << r.reason;
+    EXPECT_EQ(r.iterations, 1);
+}
+
+TEST(FitEngine, StartValuesThatOverflowMakeTheFitDiverge) {
+    ModelCase c = CaseOf(model::Exponential);
+    c.start[3] = 800;  // exp(800 u) overflows over u up to 5
+    Fixture f = Prepare(c, 0, 1, {});
+    FitResult r = Fit(f);
+    EXPECT_EQ(r.outcome, FitOutcome::Diverged);
+    EXPECT_FALSE(r.reason.empty());
+}
+
+TEST(FitEngine, ProgressLinesComeEveryNthIteration) {
+    Fixture f = Prepare(CaseOf(model::ModifiedLorentzian), 0.02, 5, {"", "2", "", "", "", ""});
+    std::vector<std::string> lines;
+    f.problem.progress = [&](const std::string& line) { lines.push_back(line); };
+    FitResult r = Fit(f);
+    ASSERT_FALSE(lines.empty());
+    EXPECT_EQ(static_cast<int>(lines.size()), r.iterations / 2);
+    EXPECT_EQ(lines[0].rfind("iteration 2: weighted RSS ", 0), 0u) << lines[0];
+}
+
+TEST(FitEngine, WeightedFitMinimisesTheWeightedSum) {
+    const ModelCase& c = CaseOf(model::BellCurve);
+    Fixture f = Prepare(c, 0.05, 11, TightValues(c.model));
+    f.problem.weights = ResidualWeights(f.problem.v, true);
+    FitResult r = Fit(f);
+    ASSERT_EQ(r.outcome, FitOutcome::Converged) << r.reason;
+    const std::size_t np = r.params.size();
+    std::vector<double> grad(np), g(np, 0), scale(np, 0);
+    double wrss = 0;
+    for (std::size_t i = 0; i < f.problem.u.size(); ++i) {
+        const double w2 = f.problem.weights[i] * f.problem.weights[i];
+        const double res = f.model.Value(r.params.data(), f.problem.u[i], grad.data()) - f.problem.v[i];
+        wrss += w2 * res * res;
+        for (std::size_t k = 0; k < np; ++k) {
+            g[k] += w2 * res * grad[k];
+            scale[k] += std::fabs(w2 * res * grad[k]);
+        }
+    }
+    EXPECT_NEAR(r.weightedRss, wrss, 1e-12 * wrss);
+    for (std::size_t k = 0; k < np; ++k) EXPECT_LE(std::fabs(g[k]), 1e-5 * scale[k]) << k;
+}
+
+TEST(ResidualWeights, PointsNearTheAxisWeighAboutAHundredTimesMore) {
+    const std::vector<double> w = ResidualWeights({0, 0.5, 1, -2}, true);
+    ASSERT_EQ(w.size(), 4u);
+    EXPECT_DOUBLE_EQ(w[0], 10);
+    EXPECT_DOUBLE_EQ(w[1], std::sqrt(1 / 0.26));
+    EXPECT_DOUBLE_EQ(w[2], std::sqrt(1 / 0.51));
+    EXPECT_DOUBLE_EQ(w[3], std::sqrt(1 / 1.01));
+    EXPECT_TRUE(ResidualWeights({0, 0.5}, false).empty());
+    EXPECT_TRUE(ResidualWeights({0, 0}, true).empty());
+}
+
+}  // namespace
+}  // namespace quillet::fitting

@@ -1,0 +1,227 @@
+// What a run reads: response file answers, data points, solver variables, number texts.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "fit_test_files.h"
+#include "fitting/data_file.h"
+#include "fitting/fit_error.h"
+#include "fitting/fit_settings.h"
+#include "fitting/number_text.h"
+#include "fitting/solver_options.h"
+#include "model/catalogue.h"
+#include "support/test_env.h"
+
+namespace quillet::fitting {
+namespace {
+
+using testing::ResponseAnswers;
+using testing::TempDir;
+using testing::WriteBytes;
+
+ResponseAnswers LorentzianAnswers() {
+    ResponseAnswers r;
+    r.answers = {"", "pts.dat", "Lorentzian", "3", "50", "2", "10", "100", "0.25", "1  2", "0.5, 0.6", "-1  1", ""};
+    return r;
+}
+
+std::string ErrorOf(const std::string& folder, const ResponseAnswers& r) {
+    testing::WriteResponse(folder, "t.Fit", r);
+    try {
+        ReadFitSettings(folder, "t.Fit");
+    } catch (const FitInputError& e) {
+        return e.what();
+    }
+    return "(no error)";
+}
+
+TEST(FitSettings, ReadsTheAnswersAsNumbers) {
+    TempDir dir;
+    ResponseAnswers r = LorentzianAnswers();
+    r.weighted = true;
+    r.solver = {"30", "2", "1e-9", "1", ".2", ""};
+    testing::WriteResponse(dir.path(), "Run1.Fit", r);
+    FitSettings s = ReadFitSettings(dir.path(), "Run1.Fit");
+    EXPECT_EQ(s.title, "Run1");
+    EXPECT_EQ(s.dataFile, "pts.dat");
+    EXPECT_EQ(s.modelId, model::Lorentzian);
+    EXPECT_EQ(s.firstLine, 3);
+    EXPECT_EQ(s.points, 50);
+    EXPECT_EQ(s.terms, 2);
+    EXPECT_DOUBLE_EQ(s.xnorm, 10);
+    EXPECT_DOUBLE_EQ(s.ynorm, 100);
+    EXPECT_DOUBLE_EQ(s.y0, 0.25);
+    ASSERT_EQ(s.series.size(), 3u);
+    EXPECT_EQ(s.series[1], (std::vector<double>{0.5, 0.6}));
+    EXPECT_EQ(s.series[2], (std::vector<double>{-1, 1}));
+    EXPECT_TRUE(s.weighted);
+    EXPECT_EQ(s.solverValues[2], "1e-9");
+    EXPECT_EQ(s.solverValues[5], "-EOF-");  // five lines written, six read
+}
+
+TEST(FitSettings, BellCurveHasNoOffsetAndExtraStartingValuesAreDropped) {
+    TempDir dir;
+    ResponseAnswers r;
+    r.answers = {"", "b.dat", "Bell Curve", "1", "40", "1", "1", "1", "", "0.5  9", "2", "0.3", ""};
+    testing::WriteResponse(dir.path(), "b.Fit", r);
+    FitSettings s = ReadFitSettings(dir.path(), "b.Fit");
+    EXPECT_DOUBLE_EQ(s.y0, 0);
+    EXPECT_EQ(s.series[0], std::vector<double>{0.5});
+}
+
+TEST(FitSettings, RefusesAnswersThatCannotBeFitted) {
+    struct Row {
+        int question;
+        std::string value;
+        std::string message;
+    };
+    const std::vector<Row> rows = {
+        {2, "Gaussian", "Question 2 (model) names no model of the list: \"Gaussian\"."},
+        {3, "abc", "Question 3 (first line of the data) is not a number: \"abc\"."},
+        {4, "0", "Question 4 (number of points) must be a whole number from 1 up: \"0\"."},
+        {4, "", "Question 4 (number of points) has no answer."},
+        {5, "2.5", "Question 5 (number of terms) must be a whole number from 1 up: \"2.5\"."},
+        {6, "0", "Question 6 (X-axis normalization factor) must not be 0."},
+        {8, "1,5", "Question 8 (Y-axis offset) is not a number: \"1,5\"."},
+        {9, "1  x", "Question 9 (A starting values) holds \"x\", which is not a number."},
+        {11, "-1", "Question 11 (t0 starting values) gives 1 starting values for 2 terms."},
+    };
+    TempDir dir;
+    for (const auto& row : rows) {
+        ResponseAnswers r = LorentzianAnswers();
+        r.answers[static_cast<std::size_t>(row.question)] = row.value;
+        EXPECT_EQ(ErrorOf(dir.path(), r), row.message) << "question " << row.question;
+    }
+    ResponseAnswers sine;
+    sine.answers = {"", "s.dat", "Sine", "1", "50", "1", "1", "1", "0", "1", "0", "0", ""};
+    EXPECT_EQ(ErrorOf(dir.path(), sine),
+              "Question 10 (B starting values): every frequency must be above 0.");
+}
+
+TEST(FitSettings, MissingOrShortResponseFilesAreRefused) {
+    TempDir dir;
+    try {
+        ReadFitSettings(dir.path(), "none.Fit");
+        FAIL();
+    } catch (const FitInputError& e) {
+        EXPECT_EQ(std::string(e.what()), "The response file \"" + dir / "none.Fit" + "\" was not found.");
+    }
+    WriteBytes(dir / "short.Fit", "short\r\npts.dat\r\nLorentzian\r\n3\r\n");
+    try {
+        ReadFitSettings(dir.path(), "short.Fit");
+        FAIL();
+    } catch (const FitInputError& e) {
+        EXPECT_EQ(std::string(e.what()), "The response file ends before question 4.");
+    }
+}
+
+TEST(DataFile, ReadsPointsFromTheirFirstLineWithAnySeparator) {
+    TempDir dir;
+    WriteBytes(dir / "d.txt", "title\r\nX Y\r\n1 2\r\n3\t4.5\r\n-5,  6e-1\n 7 ,\t+8 \r\nnot read\r\n");
+    DataPoints d = ReadDataPoints(dir / "d.txt", 3, 4);
+    EXPECT_EQ(d.x, (std::vector<double>{1, 3, -5, 7}));
+    EXPECT_EQ(d.y, (std::vector<double>{2, 4.5, 0.6, 8}));
+}
+
+TEST(DataFile, NamesTheFileAndLineOfBadData) {
+    TempDir dir;
+    const std::string path = dir / "d.txt";
+    struct Row {
+        std::string bytes;
+        std::string message;
+    };
+    const std::vector<Row> rows = {
+        {"1 2\r\n3 abc\r\n", "Line 2 of the data file \"" + path + "\" holds \"abc\", which is not a number."},
+        {"1 2\r\n3 4 5\r\n", "Line 2 of the data file \"" + path + "\" does not hold one X and one Y value: \"3 4 5\"."},
+        {"1 2\r\n\r\n3 4\r\n", "Line 2 of the data file \"" + path + "\" does not hold one X and one Y value: \"\"."},
+        {"1 2\r\n3 4\r\n", "The data file \"" + path + "\" holds 2 points from line 1 on; question 4 asks for 3."},
+    };
+    for (const auto& row : rows) {
+        WriteBytes(path, row.bytes);
+        try {
+            ReadDataPoints(path, 1, 3);
+            ADD_FAILURE() << row.message;
+        } catch (const FitInputError& e) {
+            EXPECT_EQ(std::string(e.what()), row.message);
+        }
+    }
+    EXPECT_THROW(ReadDataPoints(dir / "none.txt", 1, 3), FitInputError);
+}
+
+TEST(SolverOptions, FamilyAMapsRemaxDetailDeltaPredampDamp) {
+    EngineOptions o = MapSolverValues(model::Power, {"20", "0", "1.E-7", "1", ".2", "-EOF-"});
+    EXPECT_EQ(o.maxIterations, 20);
+    EXPECT_EQ(o.progressEvery, 0);
+    EXPECT_EQ(o.parameterTolerance, 1e-7);
+    EXPECT_EQ(o.initialTrustRegion, 1e4);
+    EXPECT_EQ(o.minRelativeDecrease, 0.2);
+    EXPECT_FALSE(o.functionTolerance || o.gradientTolerance || o.maxEvaluations);
+    // A first step of about half the undamped one.
+    EXPECT_DOUBLE_EQ(*MapSolverValues(model::Lorentzian, {"", "", "", ".5", "", ""}).initialTrustRegion, 1);
+}
+
+TEST(SolverOptions, FamilyBMapsEvalMaxZeroAccuracyRho) {
+    EngineOptions o = MapSolverValues(model::Sine, {"20", "5", "2000", "1.e-6", ".001", ".02"});
+    EXPECT_EQ(o.maxIterations, 20);
+    EXPECT_EQ(o.progressEvery, 5);
+    EXPECT_EQ(o.maxEvaluations, 2000);
+    EXPECT_EQ(o.functionTolerance, 1e-6);
+    EXPECT_EQ(o.gradientTolerance, 0.001);
+    EXPECT_DOUBLE_EQ(*o.initialTrustRegion, 50);
+    EXPECT_FALSE(o.parameterTolerance || o.minRelativeDecrease);
+    // The bell curve has no sixth question, whatever its line holds.
+    EXPECT_FALSE(MapSolverValues(model::BellCurve, {"", "", "", "", "", "junk"}).initialTrustRegion);
+}
+
+TEST(SolverOptions, BlankValuesKeepTheEngineDefaults) {
+    for (int id = 1; id <= 7; ++id) {
+        EngineOptions o = MapSolverValues(id, {"", "", "", "", "", ""});
+        EXPECT_FALSE(o.maxIterations || o.progressEvery || o.parameterTolerance || o.functionTolerance ||
+                     o.gradientTolerance || o.initialTrustRegion || o.minRelativeDecrease || o.maxEvaluations)
+            << id;
+    }
+}
+
+TEST(SolverOptions, RefusesValuesOutOfTheirRange) {
+    struct Row {
+        int model;
+        std::array<std::string, 6> values;
+        std::string message;
+    };
+    const std::vector<Row> rows = {
+        {model::Power, {"0", "", "", "", "", ""}, "Solver variable 1 (REMAX) must be a whole number from 1 up: \"0\"."},
+        {model::Power, {"", "-1", "", "", "", ""}, "Solver variable 2 (DETAIL) must be a whole number from 0 up: \"-1\"."},
+        {model::Power, {"", "", "tiny", "", "", ""}, "Solver variable 3 (DELTA) is not a number: \"tiny\"."},
+        {model::Power, {"", "", "", "1.5", "", ""}, "Solver variable 4 (PREDAMP) must lie in 0 < value <= 1: \"1.5\"."},
+        {model::Power, {"", "", "", "", "0", ""}, "Solver variable 5 (DAMP) must be above 0: \"0\"."},
+        {model::Sine, {"", "", "2.5", "", "", ""}, "Solver variable 3 (EvalMax) must be a whole number from 1 up: \"2.5\"."},
+        {model::Sine, {"", "", "", "", "", "-1"}, "Solver variable 6 (RHO) must be above 0: \"-1\"."},
+    };
+    for (const auto& row : rows) {
+        try {
+            MapSolverValues(row.model, row.values);
+            ADD_FAILURE() << row.message;
+        } catch (const FitInputError& e) {
+            EXPECT_EQ(std::string(e.what()), row.message);
+        }
+    }
+}
+
+TEST(NumberText, ReadsNumbersAsPeopleTypeThem) {
+    const std::vector<std::pair<std::string, double>> good = {
+        {"1.E-7", 1e-7}, {".2", 0.2}, {"+3", 3}, {" -1.5e3 ", -1500}, {"2.", 2}, {"-.5", -0.5}};
+    for (const auto& [text, value] : good) EXPECT_EQ(ParseNumber(text), value) << text;
+    for (const char* bad : {"", " ", "abc", "1.2.3", "1,5", "--1", "+-1", "inf", "nan", "1e999", "0x10", "1 2"})
+        EXPECT_FALSE(ParseNumber(bad)) << bad;
+}
+
+TEST(NumberText, WritesTheShortestTextThatReadsBack) {
+    for (double v : {0.1, 1.0 / 3, -2.5e-300, 6.02214076e23, 1e-5, 123456789.125})
+        EXPECT_EQ(ParseNumber(FormatNumber(v)), v) << FormatNumber(v);
+    EXPECT_EQ(FormatNumber(0.1), "0.1");
+    EXPECT_EQ(FormatNumber(1e-5), "1e-05");
+    EXPECT_EQ(FormatShort(1.0 / 3, 4), "0.3333");
+}
+
+}  // namespace
+}  // namespace quillet::fitting
