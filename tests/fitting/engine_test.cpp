@@ -91,15 +91,17 @@ std::vector<double> IndependentErrors(const Fixture& f, const FitResult& r) {
     return se;
 }
 
-TEST(FitEngine, EveryModelRecoversNoiseFreeCurvesWithTightTolerances) {
-    for (const auto& c : ModelCases()) {
-        Fixture f = Prepare(c, 0, 1, TightValues(c.model));
-        FitResult r = Fit(f);
-        EXPECT_EQ(r.outcome, FitOutcome::Converged) << c.model << ": " << r.reason;
-        for (std::size_t k = 0; k < c.truth.size(); ++k)
-            EXPECT_NEAR(r.params[k], c.truth[k], 1e-8 * std::max(1.0, std::fabs(c.truth[k])))
-                << "model " << c.model << " " << f.model.parameterName(static_cast<int>(k));
-    }
+TEST(FitEngine, EveryModelRecoversNoiseFreeCurvesWithTightOrDefaultTolerances) {
+    for (const auto& c : ModelCases())
+        for (bool tight : {true, false}) {
+            Fixture f = Prepare(c, 0, 1, tight ? TightValues(c.model) : std::array<std::string, 6>{});
+            FitResult r = Fit(f);
+            EXPECT_EQ(r.outcome, FitOutcome::Converged) << c.model << ": " << r.reason;
+            for (std::size_t k = 0; k < c.truth.size(); ++k)
+                EXPECT_NEAR(r.params[k], c.truth[k], 1e-8 * std::max(1.0, std::fabs(c.truth[k])))
+                    << "model " << c.model << (tight ? " tight " : " defaults ")
+                    << f.model.parameterName(static_cast<int>(k));
+        }
 }
 
 TEST(FitEngine, EveryModelRecoversNoisyCurvesWithinThreeStandardErrors) {

@@ -1,0 +1,178 @@
+// A whole run: the demos, what each kind of failure leaves, the run script and quillet-cli.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <sstream>
+
+#include "fit_test_files.h"
+#include "fitting/number_text.h"
+#include "env/text.h"
+#include "fitting/run_fit.h"
+#include "support/test_env.h"
+
+namespace quillet::fitting {
+namespace {
+
+using testing::ReadBytes;
+using testing::ResponseAnswers;
+using testing::TempDir;
+
+bool Contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+
+class FitRun : public ::testing::Test {
+protected:
+    int Fit(const std::string& file, const std::string& runDir = "demos") {
+        out.str("");
+        err.str("");
+        return RunFit(file, runDir, dir.path(), out, err);
+    }
+    std::string Output(const std::string& name) { return ReadBytes(dir / ("output/" + name)); }
+    bool Exists(const std::string& name) { return std::filesystem::exists(dir / ("output/" + name)); }
+
+    // y = 1 + 2x + 0.5x^2 at x = 0..7, fitted with the Power model in normalised units.
+    void WritePowerRun(const std::string& solverRemax = "") {
+        std::vector<double> x, y;
+        for (int i = 0; i < 8; ++i) {
+            x.push_back(i);
+            y.push_back(1 + 2.0 * i + 0.5 * i * i);
+        }
+        testing::WriteData(dir / "p.dat", x, y);
+        ResponseAnswers r;
+        r.answers = {"", "p.dat", "Power", "3", "8", "2", "2", "3", "0", "1  1", "", "", ""};
+        r.solver = {solverRemax, "", "", "", "", ""};
+        testing::WriteResponse(dir.path(), "P.Fit", r);
+    }
+
+    TempDir dir;
+    std::ostringstream out, err;
+};
+
+TEST_F(FitRun, EveryDemoConvergesToItsNoiseLevel) {
+    std::filesystem::copy(QUILLET_DEMOS_DIR, dir.path(), std::filesystem::copy_options::recursive);
+    // The standard deviation of the noise that the demo data were made with.
+    const std::vector<std::pair<std::string, double>> demos = {{"Ex1", 4},   {"Ex2", 0.8}, {"Ex3", 1},  {"Ex4", 10},
+                                                               {"Ex5", 0.1}, {"Ex6", 0.2}, {"Ex7", 10}};
+    for (const auto& [name, noise] : demos) {
+        ASSERT_EQ(Fit(name + ".Fit"), 0) << name << "\n" << err.str() << Output("~Quillet.out");
+        EXPECT_EQ(err.str(), "");
+        EXPECT_TRUE(Contains(Output("~Quillet.out"), "Result: converged")) << name;
+        const std::string equ = Output(name + ".equ");
+        const std::string first = equ.substr(0, equ.find("\r\n"));
+        const auto stddev = ParseNumber(first.substr(first.find('=') + 1));
+        ASSERT_TRUE(stddev) << first;
+        EXPECT_NEAR(*stddev, noise, 0.25 * noise) << name;
+        EXPECT_TRUE(Contains(equ, "\r\ny = ")) << equ;
+        EXPECT_EQ(Output(LCase(name) + ".plt").rfind("# Quillet plot\r\n# title: " + name + "\r\n", 0), 0u);
+    }
+}
+
+TEST_F(FitRun, PlotFileHoldsDataFitAndResidualsUnderItsHeader) {
+    WritePowerRun();
+    ASSERT_EQ(Fit("P.Fit"), 0) << err.str();
+    std::istringstream plot(Output("p.plt"));
+    std::string line;
+    std::vector<std::string> header;
+    for (int i = 0; i < 6 && std::getline(plot, line); ++i) header.push_back(line);
+    ASSERT_EQ(header.size(), 6u);
+    EXPECT_EQ(header[0], "# Quillet plot\r");
+    EXPECT_EQ(header[1], "# title: P\r");
+    EXPECT_EQ(header[2], "# model: Power, 2 terms\r");
+    EXPECT_EQ(header[3], "# x: X   y: Y\r");
+    EXPECT_EQ(header[4].rfind("# rss: ", 0), 0u);
+    EXPECT_TRUE(Contains(header[4], "   stddev: "));
+    EXPECT_EQ(header[5], "# columns: x\ty\tfit\tresidual\r");
+    int rows = 0;
+    while (std::getline(plot, line)) {
+        double x, y, fit, residual;
+        ASSERT_EQ(std::sscanf(line.c_str(), "%lf\t%lf\t%lf\t%lf", &x, &y, &fit, &residual), 4) << line;
+        EXPECT_EQ(x, rows);
+        EXPECT_EQ(y, 1 + 2.0 * rows + 0.5 * rows * rows);
+        EXPECT_NEAR(fit, y, 1e-9);
+        EXPECT_EQ(residual, y - fit);
+        ++rows;
+    }
+    EXPECT_EQ(rows, 8);
+}
+
+TEST_F(FitRun, BadInputLeavesOnlyAReportSayingWhatIsWrong) {
+    struct Row {
+        std::string answer4;   // number of points
+        std::string dataFile;  // question 1
+        std::string responseFile;
+        std::string message;
+    };
+    const std::vector<Row> rows = {
+        {"8", "p.dat", "none.Fit", "The response file \"" + dir / "none.Fit" + "\" was not found."},
+        {"8", "nodata.dat", "Q.Fit", "The data file \"" + dir / "nodata.dat" + "\" cannot be read: File not found."},
+        {"3", "p.dat", "Q.Fit", "Too few points: 3 points cannot fit 3 parameters; question 4 must ask for more."},
+        {"9", "p.dat", "Q.Fit", "The data file \"" + dir / "p.dat" + "\" holds 8 points from line 3 on; question 4 asks for 9."},
+    };
+    WritePowerRun();
+    for (const auto& row : rows) {
+        std::filesystem::remove_all(dir / "output");
+        ResponseAnswers r;
+        r.answers = {"", row.dataFile, "Power", "3", row.answer4, "2", "2", "3", "0", "1  1", "", "", ""};
+        testing::WriteResponse(dir.path(), "Q.Fit", r);
+        EXPECT_EQ(Fit(row.responseFile, ""), 2) << row.message;
+        EXPECT_EQ(err.str(), "quillet-cli fit: " + row.message + "\n");
+        const std::string report = Output("~Quillet.out");
+        EXPECT_TRUE(Contains(report, "Run folder:    (none)\r\n")) << report;
+        EXPECT_TRUE(Contains(report, "The fit was not started: " + row.message + "\r\n")) << report;
+        EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir / "output"), {}), 1);
+    }
+}
+
+TEST_F(FitRun, DivergingFitReportsWhyAndWritesNoModel) {
+    std::vector<double> x, y;
+    for (int i = 0; i < 20; ++i) {
+        x.push_back(i);
+        y.push_back(std::exp(-0.1 * i));
+    }
+    testing::WriteData(dir / "e.dat", x, y);
+    ResponseAnswers r;
+    r.answers = {"", "e.dat", "Exponential", "3", "20", "1", "1", "1", "0", "1", "900", "", ""};
+    testing::WriteResponse(dir.path(), "E.Fit", r);
+    EXPECT_EQ(Fit("E.Fit"), 1);
+    EXPECT_EQ(err.str().rfind("quillet-cli fit: the fit diverged: ", 0), 0u) << err.str();
+    const std::string report = Output("~Quillet.out");
+    EXPECT_TRUE(Contains(report, "Result: FAILED: the fit diverged\r\n")) << report;
+    EXPECT_TRUE(Contains(report, "No plot file and no math-model file were written.")) << report;
+    EXPECT_FALSE(Exists("e.plt"));
+    EXPECT_FALSE(Exists("E.equ"));
+}
+
+TEST_F(FitRun, FitStoppedByItsIterationLimitStillWritesItsFiles) {
+    WritePowerRun("1");
+    EXPECT_EQ(Fit(dir / "P.Fit"), 1);
+    EXPECT_TRUE(Contains(err.str(), "the fit did not converge")) << err.str();
+    EXPECT_TRUE(Contains(Output("~Quillet.out"), "Result: did NOT converge\r\n"));
+    EXPECT_TRUE(Exists("p.plt"));
+    EXPECT_TRUE(Exists("P.equ"));
+}
+
+std::string Quote(const std::string& s) { return "'" + s + "'"; }
+
+TEST_F(FitRun, RunScriptPassesTheRunFolderAndReturnsTheStatus) {
+    WritePowerRun();
+    const std::string script = Quote(std::string(QUILLET_PROGRAM_DIR_BUILT) + "/run-FitW.sh");
+    const std::string cd = "cd " + Quote(dir.path()) + " && ";
+    std::string shown;
+    EXPECT_EQ(testing::RunCommand(cd + script + " P.Fit User exit 2>&1", shown), 0) << shown;
+    EXPECT_TRUE(Contains(Output("~Quillet.out"), "Run folder:    User\r\n"));
+    EXPECT_TRUE(Contains(shown, "Converged after")) << shown;
+    EXPECT_EQ(testing::RunCommand(cd + script + " P.Fit wait 2>&1", shown), 0) << shown;
+    EXPECT_TRUE(Contains(Output("~Quillet.out"), "Run folder:    (none)\r\n"));
+    EXPECT_EQ(testing::RunCommand(cd + script + " Missing.Fit demos exit 2>&1", shown), 2) << shown;
+}
+
+TEST_F(FitRun, QuilletCliFitAnswersHelpAndRefusesWrongCalls) {
+    std::string shown;
+    EXPECT_EQ(testing::RunCommand(Quote(QUILLET_CLI) + " fit --help", shown), 0);
+    EXPECT_TRUE(Contains(shown, "usage: quillet-cli fit FILE [RUNDIR]")) << shown;
+    EXPECT_EQ(testing::RunCommand(Quote(QUILLET_CLI) + " fit 2>&1", shown), 2);
+    EXPECT_EQ(testing::RunCommand(Quote(QUILLET_CLI) + " fit a b c 2>&1", shown), 2);
+}
+
+}  // namespace
+}  // namespace quillet::fitting
