@@ -1,0 +1,88 @@
+#include <gtest/gtest.h>
+
+#include <deque>
+
+#include "env/errors.h"
+#include "env/paths.h"
+#include "support/fake_dialogs.h"
+#include "support/test_env.h"
+
+namespace quillet::testing {
+namespace {
+
+// A probe that fails with the scripted error numbers first, then answers `found`.
+PathProbe Failing(std::deque<int> errors, bool found, int& calls) {
+    return [errors, found, &calls](const std::string&, bool) mutable {
+        ++calls;
+        if (errors.empty()) return found;
+        int n = errors.front();
+        errors.pop_front();
+        Raise(n);
+    };
+}
+
+TEST(PathTests, PlatformFailuresAreAnsweredByNumber) {
+    struct Case {
+        std::deque<int> errors;
+        std::vector<int> answers;
+        bool result;
+        int calls;
+        bool quits;
+        std::string text;  // of every box shown
+        int style;
+    };
+    const std::vector<Case> cases = {
+        {{71}, {mb::OK}, true, 2, false, "Put a floppy disk in the drive and cloce the drive door.", 481},
+        {{71}, {mb::Cancel}, false, 1, false, "Put a floppy disk in the drive and cloce the drive door.", 481},
+        {{68, 68}, {mb::OK, mb::OK}, true, 3, false, "This drive or path does not exist: Q:\\x", 48},
+        {{32755}, {}, false, 1, false, "", 0},
+        {{57}, {mb::OK}, false, 1, true, "Unexpected error #57 occured: Device I/O error", 16},
+    };
+    for (bool folder : {true, false}) {
+        const std::string routine = folder ? "dirExists" : "FileExists";
+        for (const Case& c : cases) {
+            SCOPED_TRACE(routine + " " + std::to_string(c.errors.front()));
+            FakeDialogs dialogs;
+            for (int a : c.answers) dialogs.Answer(a);
+            Env env;
+            env.dialogs = &dialogs;
+            int calls = 0;
+            env.probe = Failing(c.errors, true, calls);
+            EXPECT_EQ(folder ? dirExists(env, "Q:\\x") : FileExists(env, "Q:\\x"), c.result);
+            EXPECT_EQ(calls, c.calls);
+            EXPECT_EQ(env.quitRequested, c.quits);
+            for (const ShownBox& box : dialogs.boxes) {
+                EXPECT_EQ(box.title, "In '" + routine + "' routine ...");
+                EXPECT_EQ(box.text, c.text);
+                EXPECT_EQ(box.style, c.style);
+            }
+        }
+    }
+}
+
+TEST(PathTests, FoldersAndFilesAreToldApart) {
+    TempDir dir;
+    WriteBytes(dir / "a.Fit", "");
+    Env env;
+    EXPECT_TRUE(dirExists(env, dir.path()));
+    EXPECT_FALSE(dirExists(env, dir / "a.Fit"));
+    EXPECT_TRUE(FileExists(env, dir / "a.Fit"));
+    EXPECT_FALSE(FileExists(env, dir.path()));
+    EXPECT_FALSE(FileExists(env, dir / "missing"));
+    EXPECT_FALSE(FileExists(env, ""));
+}
+
+TEST(PathTests, SplitPathCutsAtTheLastSeparator) {
+    Env env;
+    env.currentFolder = "/work/now";
+    std::string folder;
+    EXPECT_EQ(SplitPath(env, "abc.Fit", folder), "abc.Fit");
+    EXPECT_EQ(folder, "/work/now");
+    EXPECT_EQ(SplitPath(env, "C:\\a\\b\\c.Fit", folder), "c.Fit");
+    EXPECT_EQ(folder, "C:\\a\\b");
+    EXPECT_EQ(SplitPath(env, "/x/y/z.Fit", folder), "z.Fit");
+    EXPECT_EQ(folder, "/x/y");
+}
+
+}  // namespace
+}  // namespace quillet::testing

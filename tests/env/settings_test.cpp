@@ -1,0 +1,183 @@
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <filesystem>
+
+#include "env/errors.h"
+#include "env/mdlRegistryAPI.h"
+#include "env/settings.h"
+#include "registry_fixture.h"
+
+namespace quillet::testing {
+namespace {
+
+const std::string kProduct = "Software\\Vantorel\\Quillet";
+const std::string kCompany = "Software\\Vantorel";
+
+class Settings : public RegistryFixture {
+protected:
+    void Store(const std::string& key, const std::string& name, const std::string& text) {
+        CreateKey(env, reg::CurrentUser, key);
+        SetRegValue(env, reg::CurrentUser, key, name, reg::Sz, text);
+    }
+    std::string Stored(const std::string& key, const std::string& name) {
+        return RegText(GetRegValue(env, reg::CurrentUser, key, name, reg::Sz, std::string("<missing>")));
+    }
+};
+
+TEST_F(Settings, TheCompanyKeyIsTheProductKeyCutAtItsLastBackslash) {
+    EXPECT_EQ(kProductKey, kProduct);
+    EXPECT_EQ(kCompanyKey, kCompany);
+}
+
+TEST_F(Settings, GetFileInRegistryKeepsTheNameAndOnlyARelativeUserPath) {
+    struct Case {
+        const char *fileIn, *userPath, *name, *restoredPath;
+    };
+    for (const Case& c : {Case{"C:\\work\\a.Fit", "user\\fits", "a.Fit", "user\\fits"},
+                          Case{"a.Fit", "D:\\data", "a.Fit", "demos"}, Case{"/home/x/b.Fit", "/abs", "b.Fit", "demos"},
+                          Case{"", "", "", "demos"}}) {
+        Store(kProduct, "FileIn", c.fileIn);
+        Store(kProduct, "userPath", c.userPath);
+        std::string userPath = "before";
+        env.parentDir.clear();
+        EXPECT_EQ(GetFileInRegistry(env, userPath), c.name);
+        EXPECT_EQ(userPath, c.restoredPath);
+        EXPECT_EQ(env.parentDir, env.programDir + "/..");
+    }
+}
+
+TEST_F(Settings, WithoutTheProductKeyNothingIsRestored) {
+    CreateKey(env, reg::CurrentUser, kCompany);
+    std::string userPath = "kept";
+    env.parentDir = "untouched";
+    EXPECT_EQ(GetFileInRegistry(env, userPath), "");
+    EXPECT_EQ(userPath, "kept");
+    EXPECT_EQ(env.parentDir, "untouched");
+}
+
+TEST_F(Settings, StartUpValuesTakeTheirDefaults) {
+    EXPECT_EQ(GetPauseTime(env), "20");
+    for (auto [text, count] : std::vector<std::pair<const char*, int>>{
+             {"", 0}, {"7", 7}, {" 12 ", 12}, {"abc", 0}, {"99999", 32767}, {"-5", -5}}) {
+        Store(kProduct, "RunCount", text);
+        EXPECT_EQ(GetRunCount(env), count) << text;
+    }
+    Store(kCompany, "tPause", "6");
+    EXPECT_EQ(GetPauseTime(env), "6");
+}
+
+TEST_F(Settings, MakePlotFileNameRegistersThePlotFile) {
+    for (auto [name, plot] : std::vector<std::pair<const char*, const char*>>{
+             {"Run.Out.TXT", "run.out.plt"}, {"Plots.GIF", "Plots.GIF"}, {"a.PLT", "a.PLT"}, {"NoDot", "nodot.plt"}}) {
+        MakePlotFileName(env, name);
+        EXPECT_EQ(Stored(kCompany, "plotFile"), plot);
+        EXPECT_EQ(Stored(kCompany, "ProgramPath"), "\\Quillet");
+    }
+    MakePlotFileName(env, "");
+    EXPECT_EQ(Stored(kCompany, "plotFile"), "nodot.plt");
+}
+
+TEST_F(Settings, AtExitTheUserPathIsRelativeAndTheCounterGoesUp) {
+    std::string userPath;
+    std::int16_t count = 4;
+    SaveSettingsAtExit(env, " ", env.programDir + "/user/fits", userPath, count);
+    EXPECT_EQ(userPath, "user/fits");
+    EXPECT_EQ(Stored(kProduct, "RunCount"), "5");
+    std::string upper = env.programDir;
+    for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    SaveSettingsAtExit(env, "*", upper + "/Fits/" + upper + "/x", userPath, count);
+    EXPECT_EQ(userPath, "Fits/" + upper + "/x");
+    SaveSettingsAtExit(env, " ", "/elsewhere/x", userPath, count);
+    EXPECT_EQ(userPath, "/elsewhere/x");
+    SaveSettingsAtExit(env, "Demo", env.programDir + "/user", userPath, count);
+    EXPECT_EQ(userPath, "demos");
+    EXPECT_EQ(Stored(kProduct, "RunCount"), "8");
+
+    for (auto [before, stored] : std::vector<std::pair<int, const char*>>{{32767, "8"}, {-10, "8"}, {-9, "-8"}}) {
+        count = static_cast<std::int16_t>(before);
+        SaveSettingsAtExit(env, " ", "", userPath, count);
+        EXPECT_EQ(Stored(kProduct, "RunCount"), stored) << before;
+    }
+    EXPECT_EQ(count, -8);
+}
+
+TEST_F(Settings, StartIniMakesTheUserFolderAndTheProgramFolderCurrent) {
+    std::string runMode = "Demo";
+    env.currentFolder = "/";
+    Start_INI(env, runMode);
+    EXPECT_EQ(runMode, " ");
+    EXPECT_TRUE(std::filesystem::is_directory(env.programDir + "/User"));
+    EXPECT_EQ(env.currentFolder, env.programDir);
+}
+
+TEST_F(Settings, StartIniReportsEachFailureAndGoesOn) {
+    env.programDir = dir / "gone";
+    env.currentFolder = "/";
+    dialogs.Answer(mb::OK).Answer(mb::OK);
+    std::string runMode;
+    Start_INI(env, runMode);
+    ASSERT_EQ(dialogs.boxes.size(), 2u);
+    const std::string text = "Unexpected error #76 occured: Path not found\r\nPath =" + env.programDir +
+                             "\r\n.  Suggest re-installing Quillet.";
+    for (const ShownBox& box : dialogs.boxes) {
+        EXPECT_EQ(box.text, text);
+        EXPECT_EQ(box.title, "In 'Start_INI' routine ...");
+        EXPECT_EQ(box.style, 16);
+    }
+    EXPECT_EQ(env.currentFolder, "/");
+}
+
+// A store whose every call fails in the platform, as a broken registry would.
+class FailingRegistry : public FileRegistry {
+public:
+    using FileRegistry::FileRegistry;
+    long OpenKey(RootKey, const std::string&, std::uint32_t, KeyHandle&) override { Raise(57); }
+};
+
+TEST_F(Settings, GetFileInRegistryReportsACorruptRegistry) {
+    FailingRegistry failing(hives);
+    env.registry = &failing;
+    dialogs.Answer(mb::OK);
+    std::string userPath = "kept";
+    EXPECT_EQ(GetFileInRegistry(env, userPath), "");
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text, "Unexpected error #57 occured: Device I/O error\r\nIt seems some Registry entry is "
+                                     "corrupt!  Re-installing this \r\nQuillet program is the easiest fix.");
+    EXPECT_EQ(dialogs.boxes[0].title, "In 'GetFileInRegistry' routine ...");
+    EXPECT_EQ(dialogs.boxes[0].style, 16);
+    EXPECT_EQ(env.parentDir, env.programDir + "/..");
+}
+
+TEST_F(Settings, PutFileInRegistryReportsARefusedKeyAndGoesOn) {
+    WriteBytes(dir / "blocker", "");
+    FileRegistry blocked(dir / "blocker/Vantorel");
+    env.registry = &blocked;
+    dialogs.Answer(mb::OK);
+    PutFileInRegistry(env, "a.Fit", "demos");
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "Unexpected error #1001 occured: Unable to create the registry key\r\nIt seems some Registry entry is "
+              "corrupt!  Re-installing this \r\nQuillet\xE2\x84\xA2 program is the easiest fix.");
+    EXPECT_EQ(dialogs.boxes[0].title, "In 'PutFileInRegistry'");
+
+    env.registry = &registry;
+    PutFileInRegistry(env, "a.Fit", "user");
+    EXPECT_EQ(Stored(kProduct, "fileIn"), "a.Fit");
+    EXPECT_EQ(Stored(kProduct, "USERPATH"), "user");
+}
+
+TEST_F(Settings, ADamagedHiveIsShownOnceWhenSettingsAreRead) {
+    std::filesystem::create_directories(hives);
+    WriteBytes(hives + "/HKEY_CURRENT_USER.reg", "REGEDIT4\n[HKEY_CURRENT_USER\\Software\n");
+    dialogs.Answer(mb::OK);
+    EnsureSettingsKeys(env);
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0].style, 48);
+    EXPECT_NE(dialogs.boxes[0].text.find("HKEY_CURRENT_USER.reg.damaged-"), std::string::npos);
+    EXPECT_EQ(GetPauseTime(env), "20");
+    EXPECT_TRUE(KeyExists(env, reg::CurrentUser, kProduct));
+}
+
+}  // namespace
+}  // namespace quillet::testing
