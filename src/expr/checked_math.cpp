@@ -1,0 +1,61 @@
+#include "expr/checked_math.h"
+
+#include <cmath>
+#include <limits>
+
+#include "expr/errors.h"
+
+namespace quillet::expr {
+
+double Finite(double r) {
+    if (!std::isfinite(r)) RaiseEq(err::Overflow);
+    return r;
+}
+
+double Add(double a, double b) { return Finite(a + b); }
+double Sub(double a, double b) { return Finite(a - b); }
+double Mul(double a, double b) { return Finite(a * b); }
+
+double Div(double a, double b) {
+    if (b == 0) RaiseEq(a == 0 ? err::Overflow : err::DivisionByZero);
+    return Finite(a / b);
+}
+
+double Pow(double a, double b) { return Finite(std::pow(a, b)); }
+double Exp(double x) { return Finite(std::exp(x)); }
+
+double Log(double x) {
+    if (!(x > 0)) RaiseEq(err::InvalidCall);
+    return std::log(x);
+}
+
+double Sqr(double x) {
+    if (x < 0) RaiseEq(err::InvalidCall);
+    return std::sqrt(x);
+}
+
+double Atn(double x) { return std::atan(x); }
+double Sgn(double x) { return x > 0 ? 1 : x < 0 ? -1 : 0; }
+
+std::int32_t RoundToLong(double x) {
+    double r = std::nearbyint(x);
+    if (!(r >= std::numeric_limits<std::int32_t>::min() && r <= std::numeric_limits<std::int32_t>::max()))
+        RaiseEq(err::Overflow);
+    return static_cast<std::int32_t>(r);
+}
+
+double IntDiv(double a, double b) {
+    std::int64_t ia = RoundToLong(a), ib = RoundToLong(b);
+    if (ib == 0) RaiseEq(err::DivisionByZero);
+    std::int64_t q = ia / ib;  // only INT32_MIN / -1 leaves the 32-bit range
+    if (q > std::numeric_limits<std::int32_t>::max()) RaiseEq(err::Overflow);
+    return static_cast<double>(q);
+}
+
+double IntMod(double a, double b) {
+    std::int64_t ia = RoundToLong(a), ib = RoundToLong(b);
+    if (ib == 0) RaiseEq(err::DivisionByZero);
+    return static_cast<double>(ia % ib);
+}
+
+}  // namespace quillet::expr

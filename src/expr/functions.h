@@ -1,0 +1,28 @@
+#pragma once
+// The built-in functions, looked up by their whole opener text ("sin("), and the constants.
+#include <string_view>
+
+#include "expr/random.h"
+
+namespace quillet::expr {
+
+// Degree factor and radian factor, deliberately not the exact quotients of pi and 180.
+inline constexpr double kR = 0.017453292519943278;
+inline constexpr double kD = 57.29577951308238;
+
+struct FunctionCall {
+    double x;  // the first argument
+    double y;  // the last argument; x again when there is only one
+    bool degrees;
+    SingleRandom& random;
+};
+
+using FunctionFn = double (*)(const FunctionCall&);
+
+// nullptr for an opener that is not in the table.
+FunctionFn FindFunction(std::string_view opener);
+
+// "pi", "w", "e" and "rnd"; false for any other name.
+bool FindConstant(std::string_view name, SingleRandom& random, double& value);
+
+}  // namespace quillet::expr

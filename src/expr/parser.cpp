@@ -1,0 +1,179 @@
+#include "expr/parser.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <limits>
+
+#include "env/text.h"
+#include "expr/errors.h"
+
+namespace quillet::expr {
+
+namespace {
+
+// Priorities and the parenthesis level are 16-bit quantities: deeper nesting overflows.
+int Checked16(int v) {
+    if (v < std::numeric_limits<std::int16_t>::min() || v > std::numeric_limits<std::int16_t>::max())
+        RaiseEq(err::Overflow);
+    return v;
+}
+
+Token NumberToken(const std::string& text) {
+    Token t{TokenKind::Number, text};
+    bool digit = std::any_of(text.begin(), text.end(), [](char c) { return c != '.'; });
+    if (!digit || std::count(text.begin(), text.end(), '.') > 1) {
+        t.numberError = eqerr::InvalidEquation;
+        return t;
+    }
+    const char* last = text.data() + text.size();
+    auto [end, ec] = std::from_chars(text.data(), last, t.number, std::chars_format::fixed);
+    if (ec == std::errc::result_out_of_range)
+        t.numberError = err::Overflow;
+    else if (ec != std::errc() || end != last)
+        t.numberError = eqerr::InvalidEquation;
+    return t;
+}
+
+bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
+bool IsDigit(char c) { return (c >= '0' && c <= '9') || c == '.'; }
+
+enum class Pending { Nothing, Name, Number };
+
+class Tokenizer {
+public:
+    ParsedFormula Run(const std::string& formula);
+
+private:
+    void Add(Token t, int priority);
+    void AddOperator(char op, int step);
+    void Flush();
+    void Letter(char c);
+    void Digit(char c);
+    void OpenParen();
+    void CloseParen();
+    void Comma();
+    void Minus();
+    std::vector<std::int32_t> EvaluationOrder() const;
+
+    ParsedFormula out_;
+    std::vector<std::int16_t> priorities_;
+    std::string pending_;
+    Pending kind_ = Pending::Nothing;
+    int level_ = 0;
+    bool afterOperand_ = false;
+};
+
+void Tokenizer::Add(Token t, int priority) {
+    out_.tokens.push_back(std::move(t));
+    priorities_.push_back(static_cast<std::int16_t>(Checked16(priority)));
+}
+
+void Tokenizer::AddOperator(char op, int step) {
+    Flush();
+    Add(Token{TokenKind::Operator, std::string(1, op)}, level_ + step);
+    afterOperand_ = false;
+}
+
+void Tokenizer::Flush() {
+    if (!pending_.empty()) {
+        if (kind_ == Pending::Name)
+            Add(Token{TokenKind::Name, pending_}, level_ + 6);
+        else
+            Add(NumberToken(pending_), 0);
+    }
+    pending_.clear();
+    kind_ = Pending::Nothing;
+}
+
+void Tokenizer::Letter(char c) {
+    if (kind_ == Pending::Number) AddOperator('*', 3);  // 2x is 2 * x
+    pending_ += c;
+    kind_ = Pending::Name;
+    afterOperand_ = true;
+}
+
+void Tokenizer::Digit(char c) {
+    if (kind_ == Pending::Nothing) kind_ = Pending::Number;
+    pending_ += c;  // x2 stays one name
+    afterOperand_ = true;
+}
+
+void Tokenizer::OpenParen() {
+    if (kind_ == Pending::Name) {
+        Add(Token{TokenKind::Opener, pending_ + "("}, level_ + 7);
+        pending_.clear();
+    } else {
+        if (kind_ == Pending::Number) AddOperator('*', 3);  // 2(x+1) is 2 * (x+1)
+        Add(Token{TokenKind::Open, "("}, level_ + 7);
+    }
+    level_ = Checked16(level_ + 7);
+    kind_ = Pending::Nothing;
+    afterOperand_ = false;
+    Checked16(level_ + 7);  // the highest priority issued so far must fit as well
+}
+
+void Tokenizer::CloseParen() {
+    Flush();
+    Add(Token{TokenKind::Close, ")"}, level_);
+    level_ = Checked16(level_ - 7);
+    afterOperand_ = true;
+}
+
+void Tokenizer::Comma() {
+    Flush();
+    Add(Token{}, 0);
+    afterOperand_ = false;
+}
+
+void Tokenizer::Minus() {
+    if (afterOperand_)
+        AddOperator('-', 1);
+    else
+        AddOperator('~', 4);
+}
+
+std::vector<std::int32_t> Tokenizer::EvaluationOrder() const {
+    std::vector<std::int32_t> order;
+    for (std::size_t i = 0; i < priorities_.size(); ++i)
+        if (priorities_[i] >= 1) order.push_back(static_cast<std::int32_t>(i));
+    std::stable_sort(order.begin(), order.end(), [&](std::int32_t a, std::int32_t b) {
+        return priorities_[static_cast<std::size_t>(a)] > priorities_[static_cast<std::size_t>(b)];
+    });
+    return order;
+}
+
+ParsedFormula Tokenizer::Run(const std::string& formula) {
+    for (char c : formula) {
+        if (IsLetter(c)) Letter(c);
+        else if (IsDigit(c)) Digit(c);
+        else if (c == '(') OpenParen();
+        else if (c == ')') CloseParen();
+        else if (c == ',') Comma();
+        else if (c == '+') AddOperator('+', 1);
+        else if (c == '-') Minus();
+        else if (c == '*' || c == '/' || c == '\\') AddOperator(c, 3);
+        else if (c == '%') AddOperator(c, 2);
+        else if (c == '^' || c == '>' || c == '<') AddOperator(c, 5);
+        // Anything else, blanks included, is skipped inside a number or name too: "1 2" is 12.
+    }
+    Flush();
+    if (level_ != 0) RaiseEq(eqerr::UnbalancedParenthesis, "Unbalanced parenthesis");
+    out_.order = EvaluationOrder();
+    return std::move(out_);
+}
+
+}  // namespace
+
+std::string RewriteMod(const std::string& formula) { return ReplaceAll(formula, " mod ", "%"); }
+
+ParsedFormula ParseFormula(const std::string& formula) {
+    try {
+        return Tokenizer().Run(formula);
+    } catch (const RuntimeError& e) {
+        if (e.number() == eqerr::UnbalancedParenthesis) throw;
+        throw RuntimeError(e.number(), kParseSource, e.description());
+    }
+}
+
+}  // namespace quillet::expr

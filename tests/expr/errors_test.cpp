@@ -1,0 +1,88 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "env/errors.h"
+#include "solve.h"
+
+namespace quillet::testing {
+namespace {
+
+struct Case {
+    std::string formula;
+    int number;
+    const char* description;
+    const char* source = "clsEquation";
+};
+
+void PrintTo(const Case& c, std::ostream* os) { *os << c.formula.substr(0, 40); }
+
+class Raises : public ::testing::TestWithParam<Case> {};
+
+TEST_P(Raises, NumberSourceAndDescription) {
+    const Case& c = GetParam();
+    try {
+        double v = Solve(c.formula);
+        ADD_FAILURE() << "no error, got " << v;
+    } catch (const RuntimeError& e) {
+        EXPECT_EQ(e.number(), c.number);
+        EXPECT_EQ(e.source(), c.source);
+        EXPECT_EQ(e.description(), c.description);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(ClassErrors, Raises, ::testing::Values(
+    Case{"(1+2", 1100, "Unbalanced parenthesis"},
+    Case{"1+2)", 1100, "Unbalanced parenthesis"},
+    Case{"foo(1)", 1101, "Sorry Undefined Function: foo()"},
+    Case{"a mod(2)", 1101, "Sorry Undefined Function: amod()"},  // no blank behind mod: not rewritten
+    Case{"q+1", 1102, "Undefined Variable: q"},
+    Case{"amodb", 1102, "Undefined Variable: amodb"},
+    Case{"7mod3", 1102, "Undefined Variable: mod3"},
+    Case{"+1", 1103, "Invalid Equation"},                           // no unary plus
+    Case{"2*", 1103, "Invalid Equation"},
+    Case{"", 1103, "Invalid Equation"},
+    Case{"1.2.3", 1103, "Invalid Equation"},
+    Case{"max()", 1104, "Invalid arguments to function: max()"},
+    Case{"foo()", 1104, "Invalid arguments to function: foo()"},
+    Case{"sin(,)", 1104, "Invalid arguments to function: sin()"}));
+
+INSTANTIATE_TEST_SUITE_P(Arithmetic, Raises, ::testing::Values(
+    Case{"1/0", 11, "Division by zero"},
+    Case{"0/0", 6, "Overflow"},
+    Case{"10\\0", 11, "Division by zero"},
+    Case{"0\\0", 11, "Division by zero"},
+    Case{"7%0", 11, "Division by zero"},
+    Case{"mod(7,0.4)", 11, "Division by zero"},
+    Case{"cosec(0)", 11, "Division by zero"},
+    Case{"cotanh(0)", 11, "Division by zero"},
+    Case{"arctanh(1)", 11, "Division by zero"},
+    Case{"logn(2,1)", 11, "Division by zero"},
+    Case{"sqr(-1)", 5, "Invalid procedure call or argument"},
+    Case{"log(0)", 5, "Invalid procedure call or argument"},
+    Case{"ln(-1)", 5, "Invalid procedure call or argument"},
+    Case{"arcsin(2)", 5, "Invalid procedure call or argument"},
+    Case{"arccosh(0.5)", 5, "Invalid procedure call or argument"},
+    Case{"exp(1000)", 6, "Overflow"},
+    Case{"sinh(1000)", 6, "Overflow"},
+    Case{"10^400", 6, "Overflow"},
+    Case{"1.5>400", 6, "Overflow"},
+    Case{std::string(400, '9'), 6, "Overflow"},
+    Case{"3000000000\\1", 6, "Overflow"},
+    Case{"2147483647.5\\1", 6, "Overflow"},     // rounds to the even 2147483648
+    Case{"-2147483648\\-1", 6, "Overflow"}));
+
+std::string Nested(int depth) { return std::string(depth, '(') + "1" + std::string(depth, ')'); }
+
+INSTANTIATE_TEST_SUITE_P(ParseOverflow, Raises, ::testing::Values(
+    Case{Nested(4681), 6, "Overflow", "clsEquation.Parse"}));
+
+TEST(Nesting, DeepestLevelThatFitsSixteenBitsEvaluates) { EXPECT_EQ(Solve(Nested(4680)), 1); }
+
+TEST(Rounding, LargestLongDividesWithoutOverflow) {
+    EXPECT_EQ(Solve("2147483647.4\\1"), 2147483647);
+    EXPECT_EQ(Solve("-2147483648\\1"), -2147483648.0);
+}
+
+}  // namespace
+}  // namespace quillet::testing
