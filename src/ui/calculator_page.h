@@ -1,0 +1,36 @@
+#pragma once
+// The "Calculator" tab: a folder tree and a file list filtered by cboPatterns in place of the
+// drive, folder and file lists; the X box, the button and the two result boxes.
+#include <QWidget>
+
+class QFileSystemModel;
+class QListView;
+class QTreeView;
+
+namespace quillet::ui {
+
+class FormBinder;
+
+class CalculatorPage : public QWidget {
+    Q_OBJECT
+public:
+    explicit CalculatorPage(FormBinder& binder, QWidget* parent = nullptr);
+    QListView* fileList() const { return list_; }
+    QTreeView* folderTree() const { return tree_; }
+
+private:
+    void PickFolder(const QString& path);
+    void PickFile(const QString& name);
+    void ShowModel();
+
+    FormBinder& binder_;
+    QFileSystemModel* folders_;
+    QFileSystemModel* files_;
+    QTreeView* tree_;
+    QListView* list_;
+};
+
+// The file pattern of a cboPatterns entry: "Math Models (*.equ)" gives "*.equ"; "*.*" is every file.
+QString PatternOf(const QString& entry);
+
+}  // namespace quillet::ui

@@ -1,0 +1,31 @@
+// Quillet, the desktop program.
+#include <QApplication>
+
+#include "env/paths.h"
+#include "env/registry_backend.h"
+#include "model/startup.h"
+#include "ui/desktop_ports.h"
+#include "ui/main_window.h"
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    QApplication::setApplicationName("Quillet");
+    QApplication::setOrganizationName("Vantorel");
+    QApplication::setWindowIcon(QIcon(":/quillet.svg"));
+
+    quillet::ui::DesktopPorts ports;
+    const auto registry = quillet::MakePlatformRegistry();
+    quillet::AppState s;
+    ports.Wire(s.env);
+    s.env.registry = registry.get();
+    s.env.programDir = quillet::DefaultProgramDir();
+    s.env.parentDir = quillet::JoinPath(s.env.programDir, "..");
+    s.env.currentFolder = s.env.programDir;
+
+    quillet::Form_Load(s);
+    if (s.env.quitRequested) return 1;
+    quillet::ui::frmMain window(s);
+    ports.SetParent(&window);
+    window.show();
+    return app.exec();
+}

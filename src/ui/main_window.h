@@ -1,0 +1,48 @@
+#pragma once
+// frmMain: the tabs, the menus and the windows they open. Every widget mirrors the form
+// model; every command calls the library.
+#include <QMainWindow>
+
+#include "model/app_state.h"
+#include "ui/form_binder.h"
+
+class QTabWidget;
+
+namespace quillet::ui {
+
+class DemosPage;
+
+class frmMain : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit frmMain(AppState& s, QWidget* parent = nullptr);
+
+    FormBinder& binder() { return binder_; }
+    AppState& state() { return binder_.state(); }
+    QTabWidget* tabs() const { return tabs_; }
+    DemosPage* demos() const { return demos_; }
+    void ShowTab(Tab tab);
+
+    // The last run's report and plot file, in the run's output folder.
+    void OpenLastOutput();
+    void OpenLastPlots();
+    void OpenManualSection(const QString& heading);
+    void OpenDocument(const std::string& menu);
+    void OpenWebEntry(const std::string& menu);
+    void OpenSourceInEditor();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void BuildMenus();
+    QWidget* BuildInputPage();
+    QWidget* BuildSolverPage();
+    QWidget* BuildTipsPage();
+
+    FormBinder binder_;
+    QTabWidget* tabs_;
+    DemosPage* demos_;
+};
+
+}  // namespace quillet::ui

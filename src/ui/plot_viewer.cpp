@@ -1,0 +1,196 @@
+#include "ui/plot_viewer.h"
+
+#include <QChart>
+#include <QChartView>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineSeries>
+#include <QPainter>
+#include <QPushButton>
+#include <QScatterSeries>
+#include <QSvgGenerator>
+#include <QValueAxis>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace quillet::ui {
+
+namespace {
+
+// Zooms with the mouse wheel as well as with the rubber band.
+class ZoomableView : public QChartView {
+public:
+    using QChartView::QChartView;
+
+protected:
+    void wheelEvent(QWheelEvent* e) override { chart()->zoom(e->angleDelta().y() > 0 ? 1.25 : 0.8); }
+};
+
+QValueAxis* Axis(QChart* chart, Qt::Orientation o) {
+    const auto axes = chart->axes(o);
+    return axes.isEmpty() ? nullptr : qobject_cast<QValueAxis*>(axes.front());
+}
+
+void AddAxes(QChart* chart, const QString& xTitle, const QString& yTitle) {
+    auto* x = new QValueAxis;
+    auto* y = new QValueAxis;
+    x->setTitleText(xTitle);
+    y->setTitleText(yTitle);
+    chart->addAxis(x, Qt::AlignBottom);
+    chart->addAxis(y, Qt::AlignLeft);
+    for (auto* s : chart->series()) {
+        s->attachAxis(x);
+        s->attachAxis(y);
+    }
+    x->applyNiceNumbers();
+    y->applyNiceNumbers();
+}
+
+QScatterSeries* Points(const QString& name, const QList<QPointF>& points, QColor color) {
+    auto* s = new QScatterSeries;
+    s->setName(name);
+    s->setMarkerSize(6);
+    s->setColor(color);
+    s->setBorderColor(color);
+    s->replace(points);
+    return s;
+}
+
+QLineSeries* Line(const QString& name, QList<QPointF> points, QColor color) {
+    std::sort(points.begin(), points.end(), [](const QPointF& a, const QPointF& b) { return a.x() < b.x(); });
+    auto* s = new QLineSeries;
+    s->setName(name);
+    s->setPen(QPen(color, 2));
+    s->replace(points);
+    return s;
+}
+
+QChartView* NewView(QWidget* parent) {
+    auto* view = new ZoomableView(new QChart, parent);
+    view->setRubberBand(QChartView::RectangleRubberBand);
+    view->setRenderHint(QPainter::Antialiasing);
+    return view;
+}
+
+}  // namespace
+
+PlotViewer::PlotViewer(QWidget* parent) : QDialog(parent) {
+    setWindowTitle("Quillet plots");
+    setSizeGripEnabled(true);
+    charts_ = new QWidget(this);
+    curveView_ = NewView(charts_);
+    residualView_ = NewView(charts_);
+    auto* chartsLayout = new QVBoxLayout(charts_);
+    chartsLayout->setContentsMargins(0, 0, 0, 0);
+    chartsLayout->addWidget(curveView_, 3);
+    chartsLayout->addWidget(residualView_, 2);
+    info_ = new QLabel(this);
+    info_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    info_->setWordWrap(true);
+
+    auto* buttons = new QHBoxLayout;
+    auto add = [this, buttons](const QString& caption, const QString& tip, auto slot) {
+        auto* b = new QPushButton(caption, this);
+        b->setToolTip(tip);
+        b->setAutoDefault(false);
+        connect(b, &QPushButton::clicked, this, slot);
+        buttons->addWidget(b);
+        return b;
+    };
+    add("Zoom &In", "Or drag a rectangle, or turn the mouse wheel", [this] { ZoomIn(); });
+    add("Zoom &Out", "", [this] { ZoomOut(); });
+    add("&Reset Zoom", "", [this] { ResetZoom(); });
+    buttons->addStretch();
+    add("&Export ...", "Save the plots as PNG or SVG", [this] { Export(); });
+    add("&Close", "", [this] { accept(); });
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(charts_, 1);
+    layout->addWidget(info_);
+    layout->addLayout(buttons);
+    resize(900, 700);
+}
+
+QChart* PlotViewer::curveChart() const { return curveView_->chart(); }
+QChart* PlotViewer::residualChart() const { return residualView_->chart(); }
+
+bool PlotViewer::Load(const QString& path) {
+    QString error;
+    const bool ok = ReadPlotFile(path, data_, error);
+    setWindowTitle("Quillet plots - " + QFileInfo(path).fileName());
+    if (!ok) data_ = PlotData{};
+    Show();
+    info_->setText(ok ? QString("Residual sum of squares: %1    Standard deviation: %2    Points: %3")
+                            .arg(data_.rss.isEmpty() ? "-" : data_.rss, data_.stddev.isEmpty() ? "-" : data_.stddev)
+                            .arg(data_.data.size())
+                      : error);
+    return ok;
+}
+
+void PlotViewer::Show() {
+    QChart* curve = curveChart();
+    QChart* residual = residualChart();
+    for (QChart* c : {curve, residual}) {
+        c->removeAllSeries();
+        for (auto* a : c->axes()) c->removeAxis(a);
+    }
+    curve->setTitle(data_.model.isEmpty() ? data_.title : data_.title + "  (" + data_.model + ")");
+    curve->addSeries(Points("Data", data_.data, QColor(0x1f, 0x77, 0xb4)));
+    curve->addSeries(Line("Fitted curve", data_.fit, QColor(0xd6, 0x27, 0x28)));
+    AddAxes(curve, data_.xLabel, data_.yLabel);
+
+    residual->setTitle("Residuals");
+    residual->addSeries(Points("Residual", data_.residuals, QColor(0x2c, 0xa0, 0x2c)));
+    QList<QPointF> zero;
+    if (!data_.residuals.isEmpty()) {
+        const auto [lo, hi] = std::minmax_element(data_.residuals.begin(), data_.residuals.end(),
+                                                  [](const QPointF& a, const QPointF& b) { return a.x() < b.x(); });
+        zero = {QPointF(lo->x(), 0), QPointF(hi->x(), 0)};
+    }
+    residual->addSeries(Line("Zero", zero, Qt::gray));
+    AddAxes(residual, data_.xLabel, "Residual");
+    residual->legend()->hide();
+
+    // Zooming the curve keeps the residuals over the same X range.
+    if (auto *cx = Axis(curve, Qt::Horizontal), *rx = Axis(residual, Qt::Horizontal); cx && rx)
+        connect(cx, &QValueAxis::rangeChanged, rx, [rx](qreal lo, qreal hi) { rx->setRange(lo, hi); });
+}
+
+void PlotViewer::ZoomIn() { curveChart()->zoomIn(); }
+void PlotViewer::ZoomOut() { curveChart()->zoomOut(); }
+
+void PlotViewer::ResetZoom() {
+    curveChart()->zoomReset();
+    residualChart()->zoomReset();
+}
+
+bool PlotViewer::ExportPng(const QString& path) { return charts_->grab().save(path, "PNG"); }
+
+bool PlotViewer::ExportSvg(const QString& path) {
+    QSvgGenerator svg;
+    svg.setFileName(path);
+    svg.setSize(charts_->size());
+    svg.setViewBox(charts_->rect());
+    svg.setTitle(windowTitle());
+    QPainter painter;
+    if (!painter.begin(&svg)) return false;
+    charts_->render(&painter);
+    return painter.end();
+}
+
+void PlotViewer::Export() {
+    QString filter;
+    const QString path = QFileDialog::getSaveFileName(this, "Export Plots", QString(),
+                                                      "PNG image (*.png);;SVG drawing (*.svg)", &filter);
+    if (path.isEmpty()) return;
+    const bool svg = path.endsWith(".svg", Qt::CaseInsensitive) ||
+                     (!path.endsWith(".png", Qt::CaseInsensitive) && filter.startsWith("SVG"));
+    QString target = path;
+    if (QFileInfo(target).suffix().isEmpty()) target += svg ? ".svg" : ".png";
+    if (!(svg ? ExportSvg(target) : ExportPng(target))) info_->setText("Could not write " + target + ".");
+}
+
+}  // namespace quillet::ui

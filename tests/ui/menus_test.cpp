@@ -1,0 +1,157 @@
+// The menus: exact captions, the documents and addresses they open, About and E-mail.
+#include <QAction>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTimer>
+
+#include "ui/about_forms.h"
+#include "ui/manual_window.h"
+#include "ui_fixture.h"
+
+namespace quillet::testing {
+namespace {
+
+using Menus = UiFixture;
+
+QAction* Action(const ui::frmMain& w, const char* name) {
+    for (QAction* a : w.findChildren<QAction*>())
+        if (a->objectName() == name) return a;
+    return nullptr;
+}
+
+TEST_F(Menus, EveryCaptionIsExactInItsPlace) {
+    const std::vector<std::pair<const char*, std::vector<const char*>>> menus = {
+        {"&File", {"&New", "&Open ...", "&Save", "Save &As ...", "&Delete ...", "", "Submit &Run", "", "E&xit"}},
+        {"&Demos", {"Run &Demo ..."}},
+        {"&View", {"Calculus-level App Features", "CurveFitting with Lorentzian series",
+                   "Lorrentzian vs. Mod. Lorentzian series", "", "&Demos Tab", "&Last Output ...", "&Plots ..."}},
+        {"&Web Links", {"Manufacturing Presentation", "Lorentzian Series Presentation",
+                        "Irregular Heart Beat Presentation", "Plane Crash Locator App Presentation", "",
+                        "Curve Fitting Class Slides", "NotePad++ Code Editor, we recommend it.", "",
+                        "Calculus-level Textbook", "", "Morvane Compiler", "", "Calculus-level Apps:", "Tessaly",
+                        "Dravik", "Kembrel", "Other Apps", "Orlinda"}},
+        {"&Help", {"Manual ...", "Source &Code ...", "Video Apps for Classes (web)", "E-mail Support ...",
+                   "Create, Collaborative, && Help Train ...", "Prayer Tree ...", "Donate ...", "&About ..."}},
+    };
+    const auto bar = window->menuBar()->actions();
+    ASSERT_EQ(bar.size(), static_cast<qsizetype>(menus.size()));
+    for (std::size_t m = 0; m < menus.size(); ++m) {
+        EXPECT_EQ(bar[static_cast<qsizetype>(m)]->text(), menus[m].first);
+        const auto entries = bar[static_cast<qsizetype>(m)]->menu()->actions();
+        ASSERT_EQ(entries.size(), static_cast<qsizetype>(menus[m].second.size())) << menus[m].first;
+        for (std::size_t e = 0; e < menus[m].second.size(); ++e) {
+            const QAction* a = entries[static_cast<qsizetype>(e)];
+            EXPECT_EQ(a->isSeparator() ? QString() : a->text(), menus[m].second[e]) << menus[m].first << " " << e;
+        }
+    }
+    EXPECT_EQ(Action(*window, "mnuFileSubmit")->text(), "Submit &Run");
+    EXPECT_EQ(Action(*window, "mnuWebLinkO")->text(), "Orlinda");
+}
+
+TEST_F(Menus, DocumentsOpenFromTheProgramFolderAndItsParent) {
+    const std::pair<const char*, std::string> docs[] = {
+        {"mnuViewFeatures", program + "/../Morvane-flyer.pdf"},
+        {"mnuViewLorentz", program + "/CurveFitting-Lorentzian-series.pdf"},
+        {"mnuViewModLorentz", program + "/Lorrentzian-series-vs-mod.-series.pdf"},
+        {"mnuHelpManual", program + "/manual.pdf"},
+        {"mnuHelpDonate", program + "/../donate.html"},
+    };
+    for (const auto& [menu, path] : docs) {
+        shell.opened.clear();
+        Action(*window, menu)->trigger();
+        ASSERT_EQ(shell.opened.size(), 1u) << menu;
+        EXPECT_EQ(shell.opened[0].target, path);
+        EXPECT_EQ(shell.opened[0].verb, "Open");
+    }
+}
+
+TEST_F(Menus, WebEntriesOpenTheirAddressOrTheManualSectionThatStandsInForIt) {
+    Action(*window, "mnuWebLinkEd")->trigger();
+    ASSERT_EQ(shell.opened.size(), 1u);
+    EXPECT_EQ(shell.opened[0].target, "https://notepad-plus-plus.org/");
+
+    const std::pair<const char*, const char*> sections[] = {
+        {"mnuWebPres", "Manufacturing Presentation"},
+        {"mnuWebPres2", "Lorentzian Series Presentation"},
+        {"mnuWebPres3", "Irregular Heart Beat Presentation"},
+        {"mnuWebPres4", "Plane Crash Locator App Presentation"},
+        {"mnuWebVideo", "Curve Fitting Class Slides"},
+        {"mnuWebLink3", "Calculus-level Textbook"},
+        {"mnuWebLinkComp", "Morvane Compiler"},
+        {"mnuWebLinkTessaly", "Tessaly"},
+        {"mnuWebLinkDravik", "Dravik"},
+        {"mnuWebLinkKembrel", "Kembrel"},
+        {"mnuWebLinkO", "Orlinda"},
+        {"mnuHelpVideos", "Video Apps for Classes"},
+        {"mnuHelpForum", "Collaboration"},
+        {"mnuHelpPrayer", "Prayer Tree"},
+    };
+    for (const auto& [menu, heading] : sections) {
+        Action(*window, menu)->trigger();
+        auto* manual = Showing<ui::ManualWindow>();
+        ASSERT_NE(manual, nullptr) << menu;
+        EXPECT_EQ(manual->currentHeading(), heading) << menu;
+        manual->close();
+        QApplication::processEvents();
+    }
+    EXPECT_EQ(shell.opened.size(), 1u);
+    EXPECT_FALSE(Action(*window, "mnuWebLinkApp")->isEnabled());
+}
+
+QStringList Texts(const QWidget& w) {
+    QStringList out;
+    for (const QLabel* l : w.findChildren<QLabel*>()) out << l->text();
+    return out;
+}
+
+TEST_F(Menus, AboutShowsTheVersionInBothForms) {
+    QStringList texts;
+    QTimer::singleShot(0, [&texts] {
+        if (auto* about = UiFixture::Showing<ui::frmAbout>()) {
+            texts = Texts(*about);
+            about->accept();
+        }
+    });
+    Action(*window, "mnuHelpAbout")->trigger();
+    EXPECT_TRUE(texts.contains("Quillet (Version 6.711)"));
+    EXPECT_TRUE(texts.contains("Quillet ... Version 6.711"));
+}
+
+TEST_F(Menus, EmailShowsItsInstructionsAndOpensAMessageWithTheSubject) {
+    QStringList texts;
+    QTimer::singleShot(0, [&texts] {
+        if (auto* email = UiFixture::Showing<ui::frmEmail>()) {
+            texts = Texts(*email);
+            email->findChild<QPushButton*>("cmdEmail")->click();
+            email->accept();
+        }
+    });
+    Action(*window, "mnuHelpEmail")->trigger();
+    EXPECT_TRUE(texts.contains("Quillet (Version 6.711)"));
+    EXPECT_TRUE(texts.contains("Quillet ... Version 6.711"));
+    EXPECT_TRUE(texts.contains(
+        "3. Enter a Subject: 'Quillet ... Version 6.711' and a few words to describe reason for contact"));
+    ASSERT_EQ(shell.opened.size(), 1u);
+    EXPECT_EQ(shell.opened[0].target,
+              "mailto:?subject=Quillet%20v.%206.711:%20...%20please%20REPLACE%20these%20notes%20with%20your%20"
+              "sub-subject%20here");
+    EXPECT_EQ(shell.opened[0].verb, "open");
+}
+
+TEST_F(Menus, ClosingTheWindowRunsTheExitRoutine) {
+    ASSERT_EQ(RegistryText("Software\\Vantorel\\Quillet", "RunCount"), "");
+    window->close();
+    EXPECT_TRUE(s.env.quitRequested);
+    EXPECT_EQ(RegistryText("Software\\Vantorel\\Quillet", "RunCount"), "1");
+}
+
+TEST_F(Menus, ExitClosesTheWindowAfterStoringTheSettings) {
+    Action(*window, "mnuFileExit")->trigger();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(RegistryText("Software\\Vantorel\\Quillet", "RunCount"), "1");
+}
+
+}  // namespace
+}  // namespace quillet::testing
