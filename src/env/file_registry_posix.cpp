@@ -1,10 +1,10 @@
 #include "env/file_registry_posix.h"
 
 #include <fcntl.h>
+#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <pwd.h>
 
 #include <cerrno>
 #include <cstdio>
@@ -44,7 +44,9 @@ std::string SortKey(std::string_view path) {
     return k;
 }
 
-bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+bool IsBlank(char c) {
+    return c == ' ' || c == '\t';
+}
 
 std::string_view TrimBlanks(std::string_view s) {
     while (!s.empty() && IsBlank(s.front())) s.remove_prefix(1);
@@ -53,7 +55,9 @@ std::string_view TrimBlanks(std::string_view s) {
 }
 
 // Names end up on one line of the file.
-bool IsGoodName(std::string_view name) { return name.find_first_of(std::string_view("\r\n\0", 3)) == name.npos; }
+bool IsGoodName(std::string_view name) {
+    return name.find_first_of(std::string_view("\r\n\0", 3)) == name.npos;
+}
 
 // A sub-key path: names separated by "\", none of them empty.
 bool IsGoodPath(std::string_view path) {
@@ -69,9 +73,12 @@ std::string JoinKey(const std::string& a, const std::string& b) {
 
 const char* RootName(RootKey root) {
     switch (root) {
-        case reg::ClassesRoot: return "HKEY_CLASSES_ROOT";
-        case reg::CurrentUser: return "HKEY_CURRENT_USER";
-        default: return nullptr;
+        case reg::ClassesRoot:
+            return "HKEY_CLASSES_ROOT";
+        case reg::CurrentUser:
+            return "HKEY_CURRENT_USER";
+        default:
+            return nullptr;
     }
 }
 
@@ -98,7 +105,8 @@ struct FileRegistry::Hive {
     void Remove(const std::string& path) {
         std::string k = SortKey(path);
         auto it = keys.lower_bound(k);
-        while (it != keys.end() && (it->first == k || StartsWith(it->first, k + '\x01') || k.empty()))
+        while (it != keys.end() &&
+               (it->first == k || StartsWith(it->first, k + '\x01') || k.empty()))
             it = keys.erase(it);
         keys.try_emplace("", RegKey{});
     }
@@ -126,6 +134,14 @@ void PutValue(RegKey& key, const std::string& name, std::uint32_t type, std::str
     }
 }
 
+// Sets a value unless it holds that already; true when it changed.
+bool Assign(RegKey& key, const std::string& name, std::uint32_t type, const std::string& data) {
+    RegVal* v = FindValue(key, name);
+    if (v && v->type == type && v->data == data) return false;
+    PutValue(key, name, type, data);
+    return true;
+}
+
 void RemoveValue(RegKey& key, std::string_view name) {
     std::erase_if(key.values, [&](const RegVal& v) { return EqualsNoCase(v.name, name); });
 }
@@ -148,7 +164,8 @@ bool ParseQuoted(std::string_view s, std::size_t& pos, std::string& out) {
             ++pos;
             return true;
         }
-        if (c == '\\' && pos + 1 < s.size() && (s[pos + 1] == '\\' || s[pos + 1] == '"')) c = s[++pos];
+        if (c == '\\' && pos + 1 < s.size() && (s[pos + 1] == '\\' || s[pos + 1] == '"'))
+            c = s[++pos];
         out += c;
     }
     return false;
@@ -169,7 +186,7 @@ bool ParseHexBytes(std::string_view s, std::string& out) {
 }
 
 class HiveParser {
-public:
+  public:
     HiveParser(const std::string& rootName, Hive& hive) : rootName_(rootName), hive_(hive) {}
 
     // Fills the hive; on a damaged text returns false with the reason in `why`.
@@ -191,14 +208,16 @@ public:
             }
             logical += DecodeLine(TrimBlanks(raw));
             // A value's bytes may go on over several lines, each but the last ending in "\".
-            continued = !logical.empty() && logical.back() == '\\' && logical[0] != '[' && logical[0] != ';';
+            continued = !logical.empty() && logical.back() == '\\' && logical[0] != '[' &&
+                        logical[0] != ';';
             if (continued) {
                 logical.pop_back();
                 continue;
             }
             if (logical.empty() || (headerSeen && logical[0] == ';')) continue;
             if (!headerSeen) {
-                headerSeen = logical == "REGEDIT4" || logical == "Windows Registry Editor Version 5.00";
+                headerSeen =
+                    logical == "REGEDIT4" || logical == "Windows Registry Editor Version 5.00";
                 if (!headerSeen) break;
             } else if (!Line(logical)) {
                 why = "line " + std::to_string(logicalStart) + ": " + problem_;
@@ -210,7 +229,7 @@ public:
         return why.empty();
     }
 
-private:
+  private:
     bool Problem(const char* text) {
         problem_ = text;
         return false;
@@ -221,7 +240,8 @@ private:
             if (line.back() != ']') return Problem("the key name is not closed by \"]\"");
             return Section(std::string_view(line).substr(1, line.size() - 2));
         }
-        if (line[0] != '"' && line[0] != '@') return Problem("this line is neither a key nor a value");
+        if (line[0] != '"' && line[0] != '@')
+            return Problem("this line is neither a key nor a value");
         if (!current_ && !skipping_) return Problem("a value comes before any key");
         return Value(line);
     }
@@ -254,10 +274,12 @@ private:
         std::size_t pos = 1;
         if (line[0] == '"') {
             pos = 0;
-            if (!ParseQuoted(line, pos, name)) return Problem("the value name is not closed by a quote");
+            if (!ParseQuoted(line, pos, name))
+                return Problem("the value name is not closed by a quote");
         }
         while (pos < line.size() && IsBlank(line[pos])) ++pos;
-        if (pos >= line.size() || line[pos] != '=') return Problem("\"=\" is missing after the value name");
+        if (pos >= line.size() || line[pos] != '=')
+            return Problem("\"=\" is missing after the value name");
         std::string_view data = TrimBlanks(line.substr(pos + 1));
         std::string bytes;
         std::uint32_t type;
@@ -267,7 +289,8 @@ private:
         }
         if (!data.empty() && data[0] == '"') {
             std::size_t end = 0;
-            if (!ParseQuoted(data, end, bytes) || end != data.size()) return Problem("the text is not closed by a quote");
+            if (!ParseQuoted(data, end, bytes) || end != data.size())
+                return Problem("the text is not closed by a quote");
             type = reg::Sz;
         } else if (StartsWithNoCase(data, "dword:")) {
             data.remove_prefix(6);
@@ -355,7 +378,8 @@ std::string FormatValue(const RegVal& v) {
     if (v.type == reg::Sz && IsPlainText(v.data)) return lead + Quote(v.data);
     if (v.type == reg::Dword && v.data.size() == 4) {
         std::uint32_t n = 0;
-        for (int i = 3; i >= 0; --i) n = n << 8 | static_cast<unsigned char>(v.data[static_cast<std::size_t>(i)]);
+        for (int i = 3; i >= 0; --i)
+            n = n << 8 | static_cast<unsigned char>(v.data[static_cast<std::size_t>(i)]);
         char text[16];
         std::snprintf(text, sizeof text, "dword:%08x", n);
         return lead + text;
@@ -373,7 +397,8 @@ std::string FormatHive(const Hive& hive, const std::string& rootName) {
     for (auto it = hive.keys.begin(); it != hive.keys.end(); ++it) {
         const RegKey& key = it->second;
         auto next = std::next(it);
-        bool hasSubKeys = next != hive.keys.end() && (key.path.empty() || StartsWith(next->first, it->first + '\x01'));
+        bool hasSubKeys = next != hive.keys.end() &&
+                          (key.path.empty() || StartsWith(next->first, it->first + '\x01'));
         if (key.values.empty() && (hasSubKeys || key.path.empty())) continue;
         out += "[" + rootName + (key.path.empty() ? "" : "\\" + key.path) + "]\n";
         for (const RegVal& v : key.values) out += FormatValue(v) + "\n";
@@ -385,8 +410,9 @@ std::string FormatHive(const Hive& hive, const std::string& rootName) {
 // ---- The file lock ----
 
 class LockFile {
-public:
-    explicit LockFile(const std::string& path) : fd_(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
+  public:
+    explicit LockFile(const std::string& path)
+        : fd_(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
         while (fd_ >= 0 && ::flock(fd_, LOCK_EX) != 0) {
             if (errno == EINTR) continue;
             ::close(fd_);
@@ -400,7 +426,7 @@ public:
     LockFile& operator=(const LockFile&) = delete;
     bool held() const { return fd_ >= 0; }
 
-private:
+  private:
     int fd_;
 };
 
@@ -431,7 +457,18 @@ std::string FileRegistry::HiveFile(RootKey root) const {
     return name ? folder_ + "/" + name + ".reg" : std::string();
 }
 
-std::vector<std::string> FileRegistry::TakeNotices() { return std::exchange(notices_, {}); }
+std::vector<std::string> FileRegistry::TakeNotices() {
+    return std::exchange(notices_, {});
+}
+
+const FileRegistry::OpenedKey* FileRegistry::Opened(KeyHandle key, std::uint32_t right,
+                                                    long& rc) const {
+    auto it = open_.find(key);
+    rc = it == open_.end()             ? reg::InvalidHandle
+         : (it->second.access & right) ? reg::Success
+                                       : reg::AccessDenied;
+    return rc == reg::Success ? &it->second : nullptr;
+}
 
 KeyHandle FileRegistry::Remember(RootKey root, std::string path, std::uint32_t access) {
     open_[next_] = OpenedKey{root, std::move(path), access};
@@ -440,8 +477,8 @@ KeyHandle FileRegistry::Remember(RootKey root, std::string path, std::uint32_t a
 
 // Reads the hive file into `hive`. A damaged file is set aside when we hold the lock, and
 // reported once; the hive then starts empty.
-FileRegistry::Load FileRegistry::LoadHive(const std::string& file, const std::string& rootName, bool locked,
-                                          Hive& hive) {
+FileRegistry::Load FileRegistry::LoadHive(const std::string& file, const std::string& rootName,
+                                          bool locked, Hive& hive) {
     std::string text;
     try {
         text = ReadWholeFile(file);
@@ -453,13 +490,14 @@ FileRegistry::Load FileRegistry::LoadHive(const std::string& file, const std::st
     hive = Hive();
     std::string aside = FreeDamagedName(file);
     if (locked && ::rename(file.c_str(), aside.c_str()) == 0) {
-        notices_.push_back("The settings file " + file + " is damaged (" + why + "). It has been kept as " + aside +
-                           " and the settings start afresh.");
+        notices_.push_back("The settings file " + file + " is damaged (" + why +
+                           "). It has been kept as " + aside + " and the settings start afresh.");
         return Load::Loaded;
     }
     if (reportedInPlace_.insert(file).second)
-        notices_.push_back("The settings file " + file + " is damaged (" + why +
-                           ") and could not be set aside. Its settings are not used, and it is left unchanged.");
+        notices_.push_back(
+            "The settings file " + file + " is damaged (" + why +
+            ") and could not be set aside. Its settings are not used, and it is left unchanged.");
     return Load::DamagedInPlace;
 }
 
@@ -480,8 +518,10 @@ long FileRegistry::WithHive(RootKey root, bool mayChange, Change change) {
     LockFile lock(file + ".lock");
     if (mayChange && !lock.held()) return reg::AccessDenied;
     switch (LoadHive(file, rootName, lock.held(), hive)) {
-        case Load::Loaded: break;
-        case Load::Unreadable: return reg::AccessDenied;
+        case Load::Loaded:
+            break;
+        case Load::Unreadable:
+            return reg::AccessDenied;
         case Load::DamagedInPlace:
             if (mayChange) return reg::AccessDenied;
             break;
@@ -496,24 +536,26 @@ long FileRegistry::WithHive(RootKey root, bool mayChange, Change change) {
     return rc;
 }
 
-long FileRegistry::OpenKey(RootKey root, const std::string& subKey, std::uint32_t access, KeyHandle& key) {
+long FileRegistry::OpenKey(RootKey root, const std::string& subKey, std::uint32_t access,
+                           KeyHandle& key) {
     if (!IsGoodPath(subKey)) return reg::BadPathname;
-    return WithHive(root, false, [&](Hive& hive, bool&) {
-        if (!hive.Find(subKey)) return reg::FileNotFound;
-        key = Remember(root, subKey, access);
-        return reg::Success;
+    long rc = WithHive(root, false, [&](Hive& hive, bool&) {
+        return hive.Find(subKey) ? reg::Success : reg::FileNotFound;
     });
+    if (rc == reg::Success) key = Remember(root, subKey, access);
+    return rc;
 }
 
-long FileRegistry::CreateKey(RootKey root, const std::string& subKey, std::uint32_t access, KeyHandle& key,
-                             std::uint32_t& disposition) {
+long FileRegistry::CreateKey(RootKey root, const std::string& subKey, std::uint32_t access,
+                             KeyHandle& key, std::uint32_t& disposition) {
     if (!IsGoodPath(subKey)) return reg::BadPathname;
-    return WithHive(root, true, [&](Hive& hive, bool& changed) {
+    long rc = WithHive(root, true, [&](Hive& hive, bool& changed) {
         changed = hive.Add(subKey);
         disposition = changed ? reg::CreatedNewKey : reg::OpenedExistingKey;
-        key = Remember(root, subKey, access);
         return reg::Success;
     });
+    if (rc == reg::Success) key = Remember(root, subKey, access);
+    return rc;
 }
 
 long FileRegistry::CreateKeyPlain(RootKey root, const std::string& subKey, KeyHandle& key) {
@@ -521,14 +563,13 @@ long FileRegistry::CreateKeyPlain(RootKey root, const std::string& subKey, KeyHa
     return CreateKey(root, subKey, reg::KeyAllAccess, key, disposition);
 }
 
-long FileRegistry::QueryValue(KeyHandle key, const std::string& name, std::uint32_t& type, unsigned char* data,
-                              std::uint32_t& count) {
-    auto it = open_.find(key);
-    if (it == open_.end()) return reg::InvalidHandle;
-    const OpenedKey& k = it->second;
-    if (!(k.access & reg::QueryValueRight)) return reg::AccessDenied;
-    return WithHive(k.root, false, [&](Hive& hive, bool&) {
-        RegKey* found = hive.Find(k.path);
+long FileRegistry::QueryValue(KeyHandle key, const std::string& name, std::uint32_t& type,
+                              unsigned char* data, std::uint32_t& count) {
+    long rc;
+    const OpenedKey* k = Opened(key, reg::QueryValueRight, rc);
+    if (!k) return rc;
+    return WithHive(k->root, false, [&](Hive& hive, bool&) {
+        RegKey* found = hive.Find(k->path);
         if (!found) return reg::KeyDeleted;
         RegVal* v = FindValue(*found, name);
         if (!v) return reg::FileNotFound;
@@ -544,48 +585,46 @@ long FileRegistry::QueryValue(KeyHandle key, const std::string& name, std::uint3
     });
 }
 
-long FileRegistry::SetValue(KeyHandle key, const std::string& name, std::uint32_t type, const unsigned char* data,
-                            std::uint32_t count) {
-    auto it = open_.find(key);
-    if (it == open_.end()) return reg::InvalidHandle;
-    const OpenedKey& k = it->second;
-    if (!(k.access & reg::SetValueRight)) return reg::AccessDenied;
+long FileRegistry::SetValue(KeyHandle key, const std::string& name, std::uint32_t type,
+                            const unsigned char* data, std::uint32_t count) {
+    long rc;
+    const OpenedKey* k = Opened(key, reg::SetValueRight, rc);
+    if (!k) return rc;
     if (!IsGoodName(name)) return reg::BadPathname;
-    std::string bytes = data ? std::string(reinterpret_cast<const char*>(data), count) : std::string();
+    std::string bytes =
+        data ? std::string(reinterpret_cast<const char*>(data), count) : std::string();
     if (type == reg::Sz && !bytes.empty() && bytes.back() == '\0') bytes.pop_back();
-    return WithHive(k.root, true, [&](Hive& hive, bool& changed) {
-        RegKey* found = hive.Find(k.path);
+    return WithHive(k->root, true, [&](Hive& hive, bool& changed) {
+        RegKey* found = hive.Find(k->path);
         if (!found) return reg::KeyDeleted;
-        RegVal* v = FindValue(*found, name);
-        changed = !v || v->type != type || v->data != bytes;
-        if (changed) PutValue(*found, name, type, bytes);
+        changed = Assign(*found, name, type, bytes);
         return reg::Success;
     });
 }
 
-long FileRegistry::SetDefaultText(KeyHandle key, const std::string& subKey, const std::string& text) {
-    auto it = open_.find(key);
-    if (it == open_.end()) return reg::InvalidHandle;
-    const OpenedKey& k = it->second;
-    if (!(k.access & reg::SetValueRight)) return reg::AccessDenied;
+long FileRegistry::SetDefaultText(KeyHandle key, const std::string& subKey,
+                                  const std::string& text) {
+    long rc;
+    const OpenedKey* k = Opened(key, reg::SetValueRight, rc);
+    if (!k) return rc;
     if (!IsGoodPath(subKey)) return reg::BadPathname;
-    std::string path = JoinKey(k.path, subKey);
-    return WithHive(k.root, true, [&](Hive& hive, bool& changed) {
-        if (!hive.Find(k.path)) return reg::KeyDeleted;
-        hive.Add(path);
-        RegKey& target = *hive.Find(path);
-        RegVal* v = FindValue(target, "");
-        changed = !v || v->type != reg::Sz || v->data != text;
-        if (changed) PutValue(target, "", reg::Sz, text);
+    std::string path = JoinKey(k->path, subKey);
+    return WithHive(k->root, true, [&](Hive& hive, bool& changed) {
+        if (!hive.Find(k->path)) return reg::KeyDeleted;
+        changed = hive.Add(path);
+        changed = Assign(*hive.Find(path), "", reg::Sz, text) || changed;
         return reg::Success;
     });
 }
 
-long FileRegistry::CloseKey(KeyHandle key) { return open_.erase(key) ? reg::Success : reg::InvalidHandle; }
+long FileRegistry::CloseKey(KeyHandle key) {
+    return open_.erase(key) ? reg::Success : reg::InvalidHandle;
+}
 
 std::string DefaultRegistryFolder() {
     if (const char* dir = std::getenv("QUILLET_REGISTRY_DIR"); dir && *dir) return dir;
-    if (const char* xdg = std::getenv("XDG_CONFIG_HOME"); xdg && *xdg == '/') return std::string(xdg) + "/Vantorel";
+    if (const char* xdg = std::getenv("XDG_CONFIG_HOME"); xdg && *xdg == '/')
+        return std::string(xdg) + "/Vantorel";
     const char* home = std::getenv("HOME");
     if (!home || !*home) {
         const passwd* pw = ::getpwuid(::getuid());

@@ -15,16 +15,17 @@
 namespace quillet {
 
 class FileRegistry : public RegistryBackend {
-public:
+  public:
     explicit FileRegistry(std::string folder);
 
-    long OpenKey(RootKey root, const std::string& subKey, std::uint32_t access, KeyHandle& key) override;
+    long OpenKey(RootKey root, const std::string& subKey, std::uint32_t access,
+                 KeyHandle& key) override;
     long CreateKey(RootKey root, const std::string& subKey, std::uint32_t access, KeyHandle& key,
                    std::uint32_t& disposition) override;
-    long QueryValue(KeyHandle key, const std::string& name, std::uint32_t& type, unsigned char* data,
-                    std::uint32_t& count) override;
-    long SetValue(KeyHandle key, const std::string& name, std::uint32_t type, const unsigned char* data,
-                  std::uint32_t count) override;
+    long QueryValue(KeyHandle key, const std::string& name, std::uint32_t& type,
+                    unsigned char* data, std::uint32_t& count) override;
+    long SetValue(KeyHandle key, const std::string& name, std::uint32_t type,
+                  const unsigned char* data, std::uint32_t count) override;
     long CloseKey(KeyHandle key) override;
     long CreateKeyPlain(RootKey root, const std::string& subKey, KeyHandle& key) override;
     long SetDefaultText(KeyHandle key, const std::string& subKey, const std::string& text) override;
@@ -33,9 +34,9 @@ public:
     // The hive file of a root, e.g. "<folder>/HKEY_CURRENT_USER.reg".
     std::string HiveFile(RootKey root) const;
 
-    struct Hive;
+    struct Hive;  // a hive file as read, defined beside the parser
 
-private:
+  private:
     struct OpenedKey {
         RootKey root;
         std::string path;
@@ -46,6 +47,8 @@ private:
     enum class Load { Loaded, Unreadable, DamagedInPlace };
     Load LoadHive(const std::string& file, const std::string& rootName, bool locked, Hive& hive);
     KeyHandle Remember(RootKey root, std::string path, std::uint32_t access);
+    // The key behind `key` when it was opened with `right`; else null, the reason in `rc`.
+    const OpenedKey* Opened(KeyHandle key, std::uint32_t right, long& rc) const;
 
     std::string folder_;
     std::map<KeyHandle, OpenedKey> open_;

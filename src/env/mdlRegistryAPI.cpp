@@ -18,8 +18,8 @@ std::vector<unsigned char> RegBytes(const RegValue& value) {
     if (auto* bytes = std::get_if<std::vector<unsigned char>>(&value)) return *bytes;
     if (auto* n = std::get_if<std::int32_t>(&value)) {
         auto u = static_cast<std::uint32_t>(*n);
-        return {static_cast<unsigned char>(u), static_cast<unsigned char>(u >> 8), static_cast<unsigned char>(u >> 16),
-                static_cast<unsigned char>(u >> 24)};
+        return {static_cast<unsigned char>(u), static_cast<unsigned char>(u >> 8),
+                static_cast<unsigned char>(u >> 16), static_cast<unsigned char>(u >> 24)};
     }
     std::string text = RegText(value);
     return {text.begin(), text.end()};
@@ -45,7 +45,8 @@ std::optional<std::int32_t> RegInteger(const RegValue& value) {
 std::string RegText(const RegValue& value) {
     if (auto* text = std::get_if<std::string>(&value)) return *text;
     if (auto* n = std::get_if<std::int32_t>(&value)) return std::to_string(*n);
-    if (auto* bytes = std::get_if<std::vector<unsigned char>>(&value)) return {bytes->begin(), bytes->end()};
+    if (auto* bytes = std::get_if<std::vector<unsigned char>>(&value))
+        return {bytes->begin(), bytes->end()};
     return {};
 }
 
@@ -66,8 +67,9 @@ bool CreateKey(Env& env, RootKey root, const std::string& subKey) {
     return disposition == reg::OpenedExistingKey;
 }
 
-RegValue GetRegValue(Env& env, RootKey root, const std::string& subKey, const std::string& valueName,
-                     std::uint32_t valueType, const RegValue& defaultValue) {
+RegValue GetRegValue(Env& env, RootKey root, const std::string& subKey,
+                     const std::string& valueName, std::uint32_t valueType,
+                     const RegValue& defaultValue) {
     RegistryBackend& r = *env.registry;
     RegValue result = defaultValue;
     KeyHandle key = 0;
@@ -78,8 +80,8 @@ RegValue GetRegValue(Env& env, RootKey root, const std::string& subKey, const st
         case reg::Sz: {
             std::string buffer(kTextBufferSize, ' ');
             std::uint32_t count = kTextBufferSize;
-            if (r.QueryValue(key, valueName, type, reinterpret_cast<unsigned char*>(buffer.data()), count) ==
-                reg::Success) {
+            if (r.QueryValue(key, valueName, type, reinterpret_cast<unsigned char*>(buffer.data()),
+                             count) == reg::Success) {
                 // The count includes the terminating zero.
                 if (count > 0) result = buffer.substr(0, count - 1);
                 // Older settings hold the sibling program's folder cut to two letters.
@@ -120,15 +122,18 @@ void SetRegValue(Env& env, RootKey root, const std::string& subKey, const std::s
     if (r.OpenKey(root, subKey, reg::KeyWrite, key) != reg::Success) return;
     switch (valueType) {
         case reg::Sz: {
-            // Written without its terminating zero; the reader's count-minus-one rule pairs with it.
+            // Written without its terminating zero; the reader's count-minus-one rule pairs with
+            // it.
             std::string text = RegText(value);
-            r.SetValue(key, valueName, reg::Sz, reinterpret_cast<const unsigned char*>(text.c_str()),
+            r.SetValue(key, valueName, reg::Sz,
+                       reinterpret_cast<const unsigned char*>(text.c_str()),
                        static_cast<std::uint32_t>(text.size()));
             break;
         }
         case reg::Binary: {
             std::vector<unsigned char> bytes = RegBytes(value);
-            r.SetValue(key, valueName, reg::Binary, bytes.data(), static_cast<std::uint32_t>(bytes.size()));
+            r.SetValue(key, valueName, reg::Binary, bytes.data(),
+                       static_cast<std::uint32_t>(bytes.size()));
             break;
         }
         case reg::Dword:
@@ -137,7 +142,8 @@ void SetRegValue(Env& env, RootKey root, const std::string& subKey, const std::s
                 r.SetValue(key, valueName, reg::Dword, le.data(), 4);
             }
             break;
-        default: break;
+        default:
+            break;
     }
     r.CloseKey(key);
 }

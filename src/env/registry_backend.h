@@ -41,23 +41,24 @@ inline constexpr long KeyDeleted = 1018;
 }  // namespace reg
 
 class RegistryBackend {
-public:
+  public:
     virtual ~RegistryBackend() = default;
 
     // RegOpenKeyExA: opens root\subKey with the given access rights.
-    virtual long OpenKey(RootKey root, const std::string& subKey, std::uint32_t access, KeyHandle& key) = 0;
+    virtual long OpenKey(RootKey root, const std::string& subKey, std::uint32_t access,
+                         KeyHandle& key) = 0;
     // RegCreateKeyExA: creates root\subKey and its missing parents, or opens it;
     // `disposition` tells which (reg::CreatedNewKey, reg::OpenedExistingKey).
-    virtual long CreateKey(RootKey root, const std::string& subKey, std::uint32_t access, KeyHandle& key,
-                           std::uint32_t& disposition) = 0;
+    virtual long CreateKey(RootKey root, const std::string& subKey, std::uint32_t access,
+                           KeyHandle& key, std::uint32_t& disposition) = 0;
     // RegQueryValueExA: `count` holds the buffer's size on entry and the value's size on
     // return; a text comes back with its terminating zero counted. A buffer that is too
     // small gives reg::MoreData.
-    virtual long QueryValue(KeyHandle key, const std::string& name, std::uint32_t& type, unsigned char* data,
-                            std::uint32_t& count) = 0;
+    virtual long QueryValue(KeyHandle key, const std::string& name, std::uint32_t& type,
+                            unsigned char* data, std::uint32_t& count) = 0;
     // RegSetValueExA.
-    virtual long SetValue(KeyHandle key, const std::string& name, std::uint32_t type, const unsigned char* data,
-                          std::uint32_t count) = 0;
+    virtual long SetValue(KeyHandle key, const std::string& name, std::uint32_t type,
+                          const unsigned char* data, std::uint32_t count) = 0;
     // RegCloseKey.
     virtual long CloseKey(KeyHandle key) = 0;
 
@@ -65,7 +66,8 @@ public:
     virtual long CreateKeyPlain(RootKey root, const std::string& subKey, KeyHandle& key) = 0;
     // RegSetValueA: sets the default text of key\subKey (of the key itself when subKey is
     // empty), creating subKey when it is missing.
-    virtual long SetDefaultText(KeyHandle key, const std::string& subKey, const std::string& text) = 0;
+    virtual long SetDefaultText(KeyHandle key, const std::string& subKey,
+                                const std::string& text) = 0;
 
     // Messages about the store itself (a damaged file set aside, ...) that nobody has shown
     // yet; each is handed out once.

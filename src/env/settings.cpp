@@ -32,7 +32,8 @@ void Try(Step step, const Report& report) {
 
 Report UnexpectedError(Env& env, const std::string& routine) {
     return [&env, routine](const RuntimeError& e) {
-        env.dialogs->MsgBox(UnexpectedErrorText(e), mb::Critical, "In '" + routine + "' routine ...");
+        env.dialogs->MsgBox(UnexpectedErrorText(e), mb::Critical,
+                            "In '" + routine + "' routine ...");
     };
 }
 
@@ -58,12 +59,15 @@ void MakeFolder(const std::string& path) {
 }
 
 // Only folders relative to the program folder are kept.
-bool IsAbsolute(const std::string& path) { return (path.size() > 1 && path[1] == ':') || StartsWith(path, "/"); }
+bool IsAbsolute(const std::string& path) {
+    return (path.size() > 1 && path[1] == ':') || StartsWith(path, "/");
+}
 
 }  // namespace
 
 void ShowRegistryNotices(Env& env) {
-    for (const std::string& notice : env.registry->TakeNotices()) env.dialogs->MsgBox(notice, mb::Exclamation, "Quillet");
+    for (const std::string& notice : env.registry->TakeNotices())
+        env.dialogs->MsgBox(notice, mb::Exclamation, "Quillet");
 }
 
 void EnsureSettingsKeys(Env& env) {
@@ -116,7 +120,8 @@ void Start_INI(Env& env, std::string& runMode) {
 
 std::string GetFileInRegistry(Env& env, std::string& userPath) {
     Report report = [&env](const RuntimeError& e) {
-        env.dialogs->MsgBox(UnexpectedErrorText(e) + kCrLf + "It seems some Registry entry is corrupt!  Re-installing this " +
+        env.dialogs->MsgBox(UnexpectedErrorText(e) + kCrLf +
+                                "It seems some Registry entry is corrupt!  Re-installing this " +
                                 kCrLf + "Quillet" + " " + "program is the easiest fix.",
                             mb::Critical, "In 'GetFileInRegistry' routine ...");
         env.parentDir = JoinPath(env.programDir, "..");
@@ -145,8 +150,10 @@ std::string GetFileInRegistry(Env& env, std::string& userPath) {
 
 void PutFileInRegistry(Env& env, const std::string& currentFile, const std::string& userPath) {
     Report report = [&env](const RuntimeError& e) {
-        env.dialogs->MsgBox(UnexpectedErrorText(e) + kCrLf + "It seems some Registry entry is corrupt!  Re-installing this " +
-                                kCrLf + "Quillet" + "\xE2\x84\xA2 " /* ™ */ + "program is the easiest fix.",
+        env.dialogs->MsgBox(UnexpectedErrorText(e) + kCrLf +
+                                "It seems some Registry entry is corrupt!  Re-installing this " +
+                                kCrLf + "Quillet" + "\xE2\x84\xA2 " /* ™ */ +
+                                "program is the easiest fix.",
                             mb::Critical, "In 'PutFileInRegistry'");
     };
     Try([&] { EnsureKey(env, kProduct); }, report);
@@ -182,8 +189,8 @@ std::string StripProgramFolder(const Env& env, const std::string& folder) {
     return ReplaceNoCase(folder, JoinPath(env.programDir, ""), "", 1);
 }
 
-void SaveSettingsAtExit(Env& env, const std::string& runMode, const std::string& dataFolder, std::string& userPath,
-                        std::int16_t& runCount) {
+void SaveSettingsAtExit(Env& env, const std::string& runMode, const std::string& dataFolder,
+                        std::string& userPath, std::int16_t& runCount) {
     userPath = runMode == "Demo" ? "demos" : StripProgramFolder(env, dataFolder);
     // A 16-bit count: past 32767 it wraps, and a wrapped count is no longer stored.
     runCount = static_cast<std::int16_t>(runCount + 1);

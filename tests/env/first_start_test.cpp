@@ -13,12 +13,12 @@ namespace quillet::testing {
 namespace {
 
 struct Session {
-    std::string pause, fileIn, userPath = "demos", runMode = " ";
+    std::string pause, fileIn, userPath = "demos", runMode = "unset";  // Start_INI sets it
     std::int16_t runCount = -1;
 };
 
 class Starts : public RegistryFixture {
-protected:
+  protected:
     Session Start() {
         FileRegistry fresh(hives);  // each start is a new program
         env.registry = &fresh;
@@ -47,6 +47,7 @@ TEST_F(Starts, FirstAndSecondStartOnAnEmptyHive) {
     EXPECT_EQ(first.runCount, 0);
     EXPECT_EQ(first.fileIn, "");
     EXPECT_EQ(first.userPath, "demos");
+    EXPECT_EQ(first.runMode, " ");
     EXPECT_TRUE(std::filesystem::is_directory(env.programDir + "/User"));
     EXPECT_EQ(env.currentFolder, env.programDir);
     Exit(first, env.programDir + "/demos");

@@ -20,7 +20,9 @@ const std::string kKey = "Software\\Vantorel\\Hammer";
 constexpr auto kDuration = std::chrono::seconds(10);
 constexpr int kMaxWrites = 3000;
 
-std::string ValueName(int who, int n) { return std::string(1, static_cast<char>('A' + who)) + "-" + std::to_string(n); }
+std::string ValueName(int who, int n) {
+    return std::string(1, static_cast<char>('A' + who)) + "-" + std::to_string(n);
+}
 
 // Waits for the start signal, then writes "<who>-<n>" = n for n = 1, 2, ... until the time
 // is up; reports its number and how many it wrote through `report`. Never returns.
@@ -34,7 +36,8 @@ std::string ValueName(int who, int n) { return std::string(1, static_cast<char>(
     int written = 0;
     while (written < kMaxWrites && std::chrono::steady_clock::now() < end) {
         ++written;
-        SetRegValue(env, reg::CurrentUser, kKey, ValueName(who, written), reg::Sz, std::to_string(written));
+        SetRegValue(env, reg::CurrentUser, kKey, ValueName(who, written), reg::Sz,
+                    std::to_string(written));
     }
     int message[2] = {who, written};
     bool ok = ::write(report, message, sizeof message) == sizeof message;
@@ -89,7 +92,8 @@ TEST(FileRegistryHammer, TwoProcessesWritingAtOnceLoseNoValue) {
             missing += !lines.count("\"" + ValueName(who, n) + "\"=\"" + std::to_string(n) + "\"");
         EXPECT_EQ(missing, 0) << "of " << counts[who] << " values of writer " << who;
     }
-    EXPECT_EQ(lines.size(), static_cast<std::size_t>(counts[0] + counts[1]) + 3) << "the header, the key and a blank line";
+    EXPECT_EQ(lines.size(), static_cast<std::size_t>(counts[0] + counts[1]) + 3)
+        << "the header, the key and a blank line";
 }
 
 }  // namespace

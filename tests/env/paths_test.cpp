@@ -1,9 +1,10 @@
+#include "env/paths.h"
+
 #include <gtest/gtest.h>
 
 #include <deque>
 
 #include "env/errors.h"
-#include "env/paths.h"
 #include "support/fake_dialogs.h"
 #include "support/test_env.h"
 
@@ -31,12 +32,15 @@ TEST(PathTests, PlatformFailuresAreAnsweredByNumber) {
         std::string text;  // of every box shown
         int style;
     };
+    const std::string floppy = "Put a floppy disk in the drive and cloce the drive door.";
+    const std::string noDrive = "This drive or path does not exist: Q:\\x";
+    const std::string other = "Unexpected error #57 occured: Device I/O error";
     const std::vector<Case> cases = {
-        {{71}, {mb::OK}, true, 2, false, "Put a floppy disk in the drive and cloce the drive door.", 481},
-        {{71}, {mb::Cancel}, false, 1, false, "Put a floppy disk in the drive and cloce the drive door.", 481},
-        {{68, 68}, {mb::OK, mb::OK}, true, 3, false, "This drive or path does not exist: Q:\\x", 48},
+        {{71}, {mb::OK}, true, 2, false, floppy, 481},  // OK: look again
+        {{71}, {mb::Cancel}, false, 1, false, floppy, 481},
+        {{68, 68}, {mb::OK, mb::OK}, true, 3, false, noDrive, 48},
         {{32755}, {}, false, 1, false, "", 0},
-        {{57}, {mb::OK}, false, 1, true, "Unexpected error #57 occured: Device I/O error", 16},
+        {{57}, {mb::OK}, false, 1, true, other, 16},
     };
     for (bool folder : {true, false}) {
         const std::string routine = folder ? "dirExists" : "FileExists";

@@ -10,7 +10,7 @@
 namespace quillet::testing {
 
 class RegistryFixture : public ::testing::Test {
-protected:
+  protected:
     RegistryFixture() {
         env.dialogs = &dialogs;
         env.registry = &registry;

