@@ -22,11 +22,8 @@ TEST(OutputNames, PlotAndModelFilesAreNamedAfterTheResponseFile) {
     EXPECT_EQ(EquFileName("data"), "data.equ");
 }
 
-TEST(FormulaLines, ShortFormulasStayOnOneLine) {
+TEST(FormulaLines, FormulasBreakBetweenTermsWithinTheWidth) {
     EXPECT_EQ(FormulaLines({"1.5", "2*(x)"}), std::vector<std::string>{"y = 1.5 + 2*(x)"});
-}
-
-TEST(FormulaLines, LongFormulasBreakBetweenTermsWithinTheWidth) {
     const std::vector<std::string> terms = {"0.5", std::string(60, '1'), std::string(45, '2'), std::string(30, '3')};
     const std::vector<std::string> lines = FormulaLines(terms);
     EXPECT_EQ(lines, (std::vector<std::string>{"y = 0.5 + " + terms[1], "+ " + terms[2] + " + " + terms[3]}));

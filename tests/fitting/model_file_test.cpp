@@ -85,10 +85,20 @@ void CheckModelFileAgainstFit(const std::string& folder, const std::string& name
     EXPECT_TRUE(ParseNumber(s.form.tbDeviation.text)) << s.form.tbDeviation.text;
 }
 
-TEST(MathModelFile, CalculatorReadsEveryDemoModelBackAtEveryDataX) {
+// The standard deviation of the noise that each demo's data were made with.
+const double kDemoNoise[] = {4, 0.8, 1, 10, 0.1, 0.2, 10};
+
+TEST(MathModelFile, EveryDemoConvergesToItsNoiseAndReadsBackAtEveryDataX) {
     TempDir dir;
     std::filesystem::copy(QUILLET_DEMOS_DIR, dir.path(), std::filesystem::copy_options::recursive);
-    for (int i = 1; i <= 7; ++i) CheckModelFileAgainstFit(dir.path(), "Ex" + std::to_string(i) + ".Fit", 25);
+    for (int i = 1; i <= 7; ++i) {
+        const std::string name = "Ex" + std::to_string(i);
+        CheckModelFileAgainstFit(dir.path(), name + ".Fit", 25);
+        const std::string equ = testing::ReadBytes(dir / ("output/" + name + ".equ"));
+        const auto stddev = ParseNumber(equ.substr(equ.find('=') + 1, equ.find("\r\n") - equ.find('=') - 1));
+        ASSERT_TRUE(stddev) << equ;
+        EXPECT_NEAR(*stddev, kDemoNoise[i - 1], 0.25 * kDemoNoise[i - 1]) << name;
+    }
 }
 
 // Data whose fitted numbers print with exponents and signs: tiny units, negative values.

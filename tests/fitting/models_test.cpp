@@ -57,29 +57,5 @@ TEST(SeriesModels, ValuesFollowTheirFormulas) {
     EXPECT_DOUBLE_EQ(Make(model::Power, 3).Value(power.data(), -2.0, nullptr), 1 - 4 - 12 - 4);
 }
 
-TEST(SeriesModels, LayoutNamesAndPhysicalFactorsFollowTheQuestions) {
-    Model lor = Make(model::Lorentzian, 2);
-    EXPECT_EQ(lor.parameterName(0), "Y0");
-    EXPECT_EQ(lor.parameterName(lor.index(1, 2)), "PW50(2)");
-    EXPECT_EQ(lor.index(2, 1), 5);
-    EXPECT_DOUBLE_EQ(lor.physicalFactor(0, 10, 100), 100);              // Y0 * Ynorm
-    EXPECT_DOUBLE_EQ(lor.physicalFactor(lor.index(2, 1), 10, 100), 10);  // t0 * Xnorm
-
-    Model bell = Make(model::BellCurve, 1);
-    EXPECT_EQ(bell.parameterCount(), 3);
-    EXPECT_EQ(bell.parameterName(0), "T0(1)");
-
-    Model power = Make(model::Power, 3);
-    EXPECT_DOUBLE_EQ(power.physicalFactor(power.index(0, 3), 2, 100), 100.0 / 8);
-
-    Model sine = Make(model::Sine, 2);
-    EXPECT_DOUBLE_EQ(sine.physicalFactor(sine.index(1, 1), 4, 100), 0.25);  // frequency / Xnorm
-    EXPECT_DOUBLE_EQ(sine.physicalFactor(sine.index(2, 1), 4, 100), 1);     // phase
-    EXPECT_TRUE(sine.isFrequency(sine.index(1, 2)));
-    EXPECT_FALSE(sine.isFrequency(sine.index(0, 2)));
-    EXPECT_EQ(FindModelKind(0), nullptr);
-    EXPECT_EQ(FindModelKind(8), nullptr);
-}
-
 }  // namespace
 }  // namespace quillet::fitting
