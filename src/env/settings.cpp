@@ -171,8 +171,9 @@ void PutRunCountInRegistry(Env& env, std::int16_t runCount) {
 
 void MakePlotFileName(Env& env, const std::string& fileName) {
     std::string plotFile = fileName;
-    std::string tail = LCase(Right(fileName, 4));
-    if (!fileName.empty() && tail != ".gif" && tail != ".plt")
+    // A picture keeps its name whatever its case; a plot file only when it ends in ".plt" exactly.
+    const std::string tail = Right(fileName, 4);
+    if (!fileName.empty() && LCase(tail) != ".gif" && tail != ".plt")
         plotFile = LCase(fileName.substr(0, fileName.rfind('.')) + ".plt");
     PutPlotFileInRegistry(env, plotFile);
 }

@@ -74,7 +74,9 @@ TEST_F(Settings, MakePlotFileNameRegistersThePlotFile) {
     for (auto [name, plot] :
          std::vector<std::pair<const char*, const char*>>{{"Run.Out.TXT", "run.out.plt"},
                                                           {"Plots.GIF", "Plots.GIF"},
-                                                          {"a.PLT", "a.PLT"},
+                                                          {"Plots.PLT", "plots.plt"},
+                                                          {"a.plt", "a.plt"},
+                                                          {"data.old.Fit", "data.old.plt"},
                                                           {"NoDot", "nodot.plt"}}) {
         MakePlotFileName(env, name);
         EXPECT_EQ(Stored(kCompany, "plotFile"), plot);
