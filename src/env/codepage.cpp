@@ -94,7 +94,9 @@ std::string Utf8ToCp1252(std::string_view s) {
             continue;
         }
         i += n;
-        if (cp < 0x80 || (cp >= 0xA0 && cp <= 0xFF)) {
+        // Bytes that Windows-1252 leaves undefined were read as the same code points: give them back.
+        bool undefinedByte = cp >= 0x80 && cp < 0xA0 && kHigh[cp - 0x80] == 0;
+        if (cp < 0x80 || (cp >= 0xA0 && cp <= 0xFF) || undefinedByte) {
             out += static_cast<char>(cp);
             continue;
         }
