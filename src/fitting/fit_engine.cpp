@@ -25,7 +25,7 @@ public:
     ceres::CallbackReturnType operator()(const ceres::IterationSummary& s) override {
         const int every = problem_.options.progressEvery.value_or(0);
         if (every > 0 && s.iteration > 0 && s.iteration % every == 0 && problem_.progress)
-            problem_.progress("iteration " + std::to_string(s.iteration) + ": weighted RSS " +
+            problem_.progress("iteration " + std::to_string(s.iteration) + ": normalised RSS " +
                               FormatShort(2 * s.cost, 10) + ", step " + FormatShort(s.step_norm, 3) +
                               ", evaluations " + std::to_string(cost_.evaluations()));
         const long cap = problem_.options.maxEvaluations.value_or(0);

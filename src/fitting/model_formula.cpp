@@ -1,5 +1,6 @@
 #include "fitting/model_formula.h"
 
+#include <cmath>
 #include <numbers>
 
 #include "fitting/number_text.h"
@@ -10,7 +11,7 @@ namespace quillet::fitting {
 namespace {
 
 // A factor: negative values in parentheses, which the calculator reads as "(0-...)".
-std::string Factor(double v) { return v < 0 ? "(" + FormatNumber(v) + ")" : FormatNumber(v); }
+std::string Factor(double v) { return std::signbit(v) ? "(" + FormatNumber(v) + ")" : FormatNumber(v); }
 
 // "(x)" shifted by -v, written as a subtraction or an addition.
 std::string Shifted(double v) { return "((x)" + (v >= 0 ? "-" + FormatNumber(v) : "+" + FormatNumber(-v)) + ")"; }

@@ -81,7 +81,8 @@ std::string Parameters(const CompletedFit& fit) {
     auto err = [](double e) { return std::isnan(e) ? std::string("-") : FormatShort(e, 4); };
     for (int k = 0; k < fit.model.parameterCount(); ++k) {
         const auto i = static_cast<std::size_t>(k);
-        t += Columns({fit.model.parameterName(k), FormatShort(fit.start[i], 8), FormatShort(r.params[i], 12), err(r.stdErrors.empty() ? NAN : r.stdErrors[i]),
+        const double se = r.stdErrors.empty() ? std::nan("") : r.stdErrors[i];
+        t += Columns({fit.model.parameterName(k), FormatShort(fit.start[i], 8), FormatShort(r.params[i], 12), err(se),
                       FormatShort(fit.physicalValue(k), 12), err(fit.physicalError(k))});
     }
     if (r.stdErrors.empty()) t += "  No standard errors: " + r.stdErrorsNote + "." + kCrLf;

@@ -1,6 +1,7 @@
 #include "fitting/run_fit.h"
 
 #include <filesystem>
+#include <optional>
 #include <ostream>
 
 #include "env/codepage.h"

@@ -123,7 +123,7 @@ TEST(FitEngine, ProgressLinesComeEveryNthIteration) {
     FitResult r = Fit(f);
     ASSERT_FALSE(lines.empty());
     EXPECT_EQ(static_cast<int>(lines.size()), r.iterations / 2);
-    EXPECT_EQ(lines[0].rfind("iteration 2: weighted RSS ", 0), 0u) << lines[0];
+    EXPECT_EQ(lines[0].rfind("iteration 2: normalised RSS ", 0), 0u) << lines[0];
 }
 
 TEST(FitEngine, WeightedFitMinimisesTheWeightedSum) {
