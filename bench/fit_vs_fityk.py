@@ -135,7 +135,7 @@ def main():
     base = args.folder or ("/dev/shm" if os.path.isdir("/dev/shm") else None)
     folder = tempfile.mkdtemp(prefix="quillet-bench-", dir=base)
     try:
-        print("%-8s %18s %18s %13s %11s %11s %10s" % ("case", "quillet RSS", "fityk RSS", "RSS ratio",
+        print("%-8s %18s %18s %14s %11s %11s %10s" % ("case", "quillet RSS", "fityk RSS", "RSS ratio - 1",
                                                     "quillet ms", "fityk ms", "time ratio"))
         for case in CASES:
             write_data(case, os.path.join(folder, case["name"] + ".dat"))
@@ -148,7 +148,7 @@ def main():
                 f_times.append(elapsed)
             q_rss, f_rss = quillet_rss(folder, case), fityk_rss(f_out)
             q_ms, f_ms = 1000 * statistics.median(q_times), 1000 * statistics.median(f_times)
-            print("%-8s %18.12g %18.12g %13.10f %11.2f %11.2f %10.3f" % (case["name"], q_rss, f_rss, q_rss / f_rss,
+            print("%-8s %18.12g %18.12g %14.2e %11.2f %11.2f %10.3f" % (case["name"], q_rss, f_rss, q_rss / f_rss - 1,
                                                                      q_ms, f_ms, q_ms / f_ms))
     finally:
         shutil.rmtree(folder, ignore_errors=True)

@@ -51,9 +51,9 @@ ceres::Solver::Options SolverOptions(const EngineOptions& o) {
     c.num_threads = 1;
     c.logging_type = ceres::SILENT;
     c.minimizer_progress_to_stdout = false;
-    // Tighter than Ceres's own defaults (1e-6, 1e-8): a fit stops with the last small step
-    // not taken, and a few more iterations cost next to nothing at these sizes.
-    c.function_tolerance = 1e-10;
+    // Tighter than Ceres's own defaults (1e-6, 1e-8): the fit goes on until the sum of squares
+    // stops changing within rounding, which costs an iteration or two at these sizes.
+    c.function_tolerance = 1e-15;
     c.parameter_tolerance = 1e-10;
     if (o.maxIterations) c.max_num_iterations = *o.maxIterations;
     if (o.parameterTolerance) c.parameter_tolerance = *o.parameterTolerance;
