@@ -34,6 +34,9 @@ QLabel* Logo(QWidget* parent) {
     return l;
 }
 
+// Wide enough that the version lines stay on one line each.
+void SetReadableWidth(QDialog* d) { d->setMinimumWidth(d->fontMetrics().averageCharWidth() * 64); }
+
 }  // namespace
 
 QString VersionLine() { return QString(kProductName) + " (Version " + kVersion + ")"; }
@@ -41,11 +44,14 @@ QString VersionLineDots() { return QString(kProductName) + " ... Version " + kVe
 
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     setObjectName("frmAbout");
+    SetReadableWidth(this);
     setWindowTitle(QString("About ") + kProductName);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(Logo(this), 0, Qt::AlignHCenter);
-    layout->addWidget(Text(VersionLine(), this, true), 0, Qt::AlignHCenter);
-    layout->addWidget(Text(VersionLineDots(), this), 0, Qt::AlignHCenter);
+    for (QLabel* version : {Text(VersionLine(), this, true), Text(VersionLineDots(), this)}) {
+        version->setAlignment(Qt::AlignHCenter);
+        layout->addWidget(version);
+    }
     layout->addWidget(Text("A front-end for curve fitting: answer the questionnaire, submit a batch run, "
                            "read the fitted model, its plots and its report.",
                            this));
@@ -56,6 +62,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
 
 frmEmail::frmEmail(ShellOpener& shell, QWidget* parent) : QDialog(parent) {
     setObjectName("frmEmail");
+    SetReadableWidth(this);
     setWindowTitle("E-mail Support");
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(Text(VersionLine(), this, true));

@@ -57,6 +57,7 @@ QWidget* frmMain::BuildInputPage() {
     auto* timeData = AnswerEdit(fileRow);
     auto* browse = new QPushButton(fileRow);
     browse->setToolTip("Choose the data file; it must lie beside the response file");
+    browse->setMaximumWidth(browse->fontMetrics().horizontalAdvance("...") * 4);
     fileLayout->addWidget(timeData, 1);
     fileLayout->addWidget(browse);
     b.BindText(timeData, f.timeData);
@@ -126,6 +127,8 @@ QWidget* frmMain::BuildInputPage() {
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setWidget(questions);
+    scroll->viewport()->setAutoFillBackground(false);
+    questions->setAutoFillBackground(false);
 
     // What a person sets and checks just before a run.
     auto* run = new QGroupBox("Run", page);

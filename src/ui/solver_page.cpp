@@ -38,6 +38,7 @@ QWidget* frmMain::BuildSolverPage() {
     auto* grid = new QGridLayout;
     grid->setColumnStretch(0, 3);
     grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(2, 1);
     auto* heads = new QHBoxLayout;
     heads->addWidget(Bold("Default Values", page));
     heads->addSpacing(24);
@@ -49,6 +50,7 @@ QWidget* frmMain::BuildSolverPage() {
         b.BindLabel(label, f.SolvQuestion[static_cast<std::size_t>(i)], QString("SolvQuestion%1").arg(i));
         auto* edit = new QLineEdit(page);
         edit->setMinimumWidth(120);
+        edit->setMaximumWidth(edit->fontMetrics().averageCharWidth() * 30);
         b.BindText(edit, SolverBox(f, i));
         label->setBuddy(edit);
         grid->addWidget(label, i, 0);

@@ -57,15 +57,21 @@ bool WriteAll(const QString& path, const QByteArray& bytes) {
     return true;
 }
 
-// Screenshots are wider than a page: each image is drawn at most as wide as the text.
-void FitImages(QTextDocument& doc, const QString& base, qreal width) {
+// Loads each image into the document (printing works on a copy that would not find them) and
+// draws it at most as wide as the text: screenshots are wider than a page.
+void PlaceImages(QTextDocument& doc, const QString& base, qreal width) {
     for (QTextBlock b = doc.begin(); b.isValid(); b = b.next()) {
         for (auto it = b.begin(); !it.atEnd(); ++it) {
             const QTextFragment frag = it.fragment();
             QTextImageFormat img = frag.charFormat().toImageFormat();
             if (!img.isValid()) continue;
             const QImage image(QFileInfo(base + "/" + img.name()).absoluteFilePath());
-            if (image.isNull() || image.width() <= width) continue;
+            if (image.isNull()) {
+                std::fprintf(stderr, "md2pdf: cannot read the image %s\n", qPrintable(img.name()));
+                continue;
+            }
+            doc.addResource(QTextDocument::ImageResource, QUrl(img.name()), image);
+            if (image.width() <= width) continue;
             img.setWidth(width);
             img.setHeight(width * image.height() / image.width());
             QTextCursor c(&doc);
@@ -93,14 +99,16 @@ int main(int argc, char** argv) {
     QPdfWriter writer(o.out);
     writer.setTitle(QFileInfo(o.out).completeBaseName());
     writer.setCreator("Quillet");
-    writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF(18, 18, 18, 18),
+    // QTextDocument::print adds a margin of 2 cm of its own, and the page number below it.
+    writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF(0, 4, 0, 4),
                                      QPageLayout::Millimeter));
     QTextDocument doc;
     doc.setDefaultFont(QFont("DejaVu Sans", 10));
     doc.setBaseUrl(QUrl::fromLocalFile(o.base + "/"));
     doc.setMarkdown(markdown);
-    // Text width in the document's own units (points at 72 per inch) of the page's printable width.
-    FitImages(doc, o.base, writer.pageLayout().paintRect(QPageLayout::Point).width() * 96.0 / 72.0 * 0.95);
+    // The text's width in the document's pixels (96 per inch): the page less the 2 cm margins.
+    const double textWidthInches = (writer.pageLayout().paintRect(QPageLayout::Millimeter).width() - 40) / 25.4;
+    PlaceImages(doc, o.base, textWidthInches * 96 * 0.98);
     doc.print(&writer);
     return 0;
 }

@@ -1,0 +1,157 @@
+// Takes the screenshots of the manual and the README: every tab, the run window of a demo run,
+// the plot and output viewers, About and E-mail. Run it on a display (Xvfb serves) with a built
+// program folder whose solver works, and a registry folder of its own:
+//   QUILLET_REGISTRY_DIR=DIR quillet_screenshots PROGRAM_FOLDER OUTPUT_FOLDER
+#include <QApplication>
+#include <QDir>
+#include <QListView>
+#include <QTimer>
+#include <cstdio>
+
+#include "env/paths.h"
+#include "env/registry_backend.h"
+#include "model/calculator.h"
+#include "model/file_commands.h"
+#include "model/form_events.h"
+#include "model/response_file.h"
+#include "model/startup.h"
+#include "ui/about_forms.h"
+#include "ui/calculator_page.h"
+#include "ui/demos_page.h"
+#include "ui/desktop_ports.h"
+#include "ui/main_window.h"
+#include "ui/output_viewer.h"
+#include "ui/plot_viewer.h"
+
+namespace {
+
+using namespace quillet;
+
+void Wait(int ms) {
+    QEventLoop loop;
+    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+template <class W>
+W* Showing() {
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (auto* t = qobject_cast<W*>(w); t && t->isVisible()) return t;
+    return nullptr;
+}
+
+class Shooter {
+public:
+    explicit Shooter(QString folder) : folder_(std::move(folder)) { QDir().mkpath(folder_); }
+    void operator()(QWidget* w, const QString& name) {
+        Wait(400);  // let the window be drawn and the folder lists be read
+        const QString path = folder_ + "/" + name + ".png";
+        if (!w || !w->grab().save(path)) {
+            std::fprintf(stderr, "screenshots: could not take %s\n", qPrintable(path));
+            failed_ = true;
+        }
+    }
+    bool failed() const { return failed_; }
+
+private:
+    QString folder_;
+    bool failed_ = false;
+};
+
+// Puts a response file on the form as File, Open does, without its file dialog.
+void OpenResponse(AppState& s, const std::string& folder, const std::string& name) {
+    SetCurrentFile(s, JoinPath(folder, name));
+    LineReader in = LineReader::Open(JoinPath(folder, name));
+    FileReadMe(s, in, name, folder);
+    PutAnswers(s);
+    ShowFilename(s);
+    s.DataChanged = false;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    if (argc != 3) {
+        std::fprintf(stderr, "usage: quillet_screenshots PROGRAM_FOLDER OUTPUT_FOLDER\n");
+        return 2;
+    }
+    ui::DesktopPorts ports;
+    const auto registry = MakePlatformRegistry();
+    AppState s;
+    ports.Wire(s.env);
+    s.env.registry = registry.get();
+    s.env.programDir = QDir(argv[1]).absolutePath().toStdString();
+    s.env.parentDir = JoinPath(s.env.programDir, "..");
+    s.env.currentFolder = s.env.programDir;
+    Form_Load(s);
+
+    ui::frmMain window(s);
+    ports.SetParent(&window);
+    window.resize(1100, 820);
+    window.show();
+    Shooter shoot(argv[2]);
+    const std::string demos = JoinPath(s.env.programDir, "demos");
+
+    // A demo first, so that the viewers and the calculator have a run to show.
+    window.ShowTab(Tab::Demos);
+    window.demos()->Select("Ex1.Fit");
+    shoot(&window, "demos");
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, [&] {
+        auto* run = Showing<ui::RunWindow>();
+        if (!run || run->running()) return;
+        poll.stop();
+        shoot(run, "run");
+        run->accept();
+    });
+    poll.start(100);
+    window.demos()->RunSelected();
+
+    window.binder().Call([&](AppState& st) { OpenResponse(st, demos, "Ex1.Fit"); });
+    window.ShowTab(Tab::Input);
+    shoot(&window, "input");
+    window.resize(800, 600);
+    shoot(&window, "input-800x600");
+    window.resize(1100, 820);
+
+    window.binder().Call([](AppState& st) { Methods_Click(st, 5); });
+    shoot(&window, "input-sine");
+    window.binder().Call([&](AppState& st) { OpenResponse(st, demos, "Ex1.Fit"); });
+
+    window.ShowTab(Tab::Solver);
+    shoot(&window, "solver");
+
+    window.ShowTab(Tab::Calculator);
+    window.binder().Call([&](AppState& st) {
+        st.form.calcFolder = JoinPath(demos, "output");
+        st.form.calcSelectedFile = "Ex1.equ";
+        SetText(st, st.form.tbXvalue, "9.7");
+        cmdCalculate_Click(st);
+    });
+    Wait(600);
+    window.binder().Refresh();
+    shoot(&window, "calculator");
+
+    window.ShowTab(Tab::Tips);
+    shoot(&window, "tips");
+
+    window.OpenLastPlots();
+    auto* plots = Showing<ui::PlotViewer>();
+    if (plots) plots->resize(1000, 720);
+    shoot(plots, "plots");
+    if (plots) plots->close();
+
+    window.OpenLastOutput();
+    shoot(Showing<ui::OutputViewer>(), "output");
+
+    ui::frmAbout about(&window);
+    about.show();
+    shoot(&about, "about");
+    about.close();
+    ui::frmEmail email(*s.env.shell, &window);
+    email.show();
+    shoot(&email, "email");
+    email.close();
+    return shoot.failed() ? 1 : 0;
+}
