@@ -80,6 +80,8 @@ void FormBinder::Call(const std::function<void(AppState&)>& routine) {
     } catch (const RuntimeError& e) {
         // Routines trap their own errors; one that escapes must not end the program.
         if (s_.env.dialogs) s_.env.dialogs->MsgBox(UnexpectedErrorText(e), mb::Critical, "Quillet");
+    } catch (const std::exception& e) {
+        if (s_.env.dialogs) s_.env.dialogs->MsgBox(e.what(), mb::Critical, "Quillet");
     }
     --callDepth_;
     Refresh();
