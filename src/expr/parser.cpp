@@ -21,17 +21,16 @@ int Checked16(int v) {
 
 Token NumberToken(const std::string& text) {
     Token t{TokenKind::Number, text};
-    bool digit = std::any_of(text.begin(), text.end(), [](char c) { return c != '.'; });
-    if (!digit || std::count(text.begin(), text.end(), '.') > 1) {
-        t.numberError = eqerr::InvalidEquation;
-        return t;
-    }
     const char* last = text.data() + text.size();
     auto [end, ec] = std::from_chars(text.data(), last, t.number, std::chars_format::fixed);
-    if (ec == std::errc::result_out_of_range)
-        t.numberError = err::Overflow;
-    else if (ec != std::errc() || end != last)
-        t.numberError = eqerr::InvalidEquation;
+    if (ec == std::errc::result_out_of_range) {
+        // Too large when the whole part has a digit other than 0; otherwise too small: 0.
+        const bool large = text.substr(0, text.find('.')).find_first_not_of('0') != std::string::npos;
+        if (large) t.numberError = err::Overflow;
+        t.number = 0;
+    } else if (ec != std::errc() || end != last) {
+        t.numberError = eqerr::InvalidEquation;  // "." alone, or a second "."
+    }
     return t;
 }
 

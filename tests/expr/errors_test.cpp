@@ -60,11 +60,9 @@ INSTANTIATE_TEST_SUITE_P(Arithmetic, Raises, ::testing::Values(
     Case{"logn(2,1)", 11, "Division by zero"},
     Case{"sqr(-1)", 5, "Invalid procedure call or argument"},
     Case{"log(0)", 5, "Invalid procedure call or argument"},
-    Case{"ln(-1)", 5, "Invalid procedure call or argument"},
     Case{"arcsin(2)", 5, "Invalid procedure call or argument"},
     Case{"arccosh(0.5)", 5, "Invalid procedure call or argument"},
     Case{"exp(1000)", 6, "Overflow"},
-    Case{"sinh(1000)", 6, "Overflow"},
     Case{"10^400", 6, "Overflow"},
     Case{"1.5>400", 6, "Overflow"},
     Case{std::string(400, '9'), 6, "Overflow"},
@@ -78,6 +76,10 @@ INSTANTIATE_TEST_SUITE_P(ParseOverflow, Raises, ::testing::Values(
     Case{Nested(4681), 6, "Overflow", "clsEquation.Parse"}));
 
 TEST(Nesting, DeepestLevelThatFitsSixteenBitsEvaluates) { EXPECT_EQ(Solve(Nested(4680)), 1); }
+
+TEST(Literals, TooSmallToRepresentReadsAsZero) {
+    EXPECT_EQ(Solve("0." + std::string(400, '0') + "1"), 0);
+}
 
 TEST(Rounding, LargestLongDividesWithoutOverflow) {
     EXPECT_EQ(Solve("2147483647.4\\1"), 2147483647);

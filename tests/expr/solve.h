@@ -1,6 +1,7 @@
 #pragma once
 // Evaluates one formula through the public face of the class, as a client does.
 #include <initializer_list>
+#include <ostream>
 #include <string>
 #include <utility>
 
@@ -16,5 +17,13 @@ inline double Solve(const std::string& formula,
     eq.Equation(formula);
     return eq.Solution();
 }
+
+// A formula and the value it must give.
+struct FormulaCase {
+    const char* formula;
+    double expected;
+};
+
+inline void PrintTo(const FormulaCase& c, std::ostream* os) { *os << c.formula; }
 
 }  // namespace quillet::testing

@@ -96,23 +96,17 @@ INSTANTIATE_TEST_SUITE_P(XTexts, CalculatorRewrites, ::testing::Values(
     Rewrite{{"y = 2-x"}, "-1", 3},
     Rewrite{{"y = x^2"}, "-1", -1}));  // X goes in as text: -1^2 is -(1^2)
 
-TEST_F(Calculator, NoFileSelectedIsReported) {
+TEST_F(Calculator, NoFileOrAMissingFileIsReported) {
     s.form.calcFolder = dir.path();
-    dialogs.Answer(1);
-    EXPECT_FALSE(CalculateAt("1"));
-    ExpectOneBox("An error has occurred.  Please select an existing .EQU file.",
-                 "Equation File not selected -or- missing.");
-    ExpectResultBoxesUntouched();
-}
-
-TEST_F(Calculator, MissingFileIsReported) {
-    s.form.calcFolder = dir.path();
-    s.form.calcSelectedFile = "gone.equ";
-    dialogs.Answer(1);
-    EXPECT_FALSE(CalculateAt("1"));
-    ExpectOneBox("An error has occurred.  Please select an existing .EQU file.",
-                 "Equation File not selected -or- missing.");
-    ExpectResultBoxesUntouched();
+    for (const char* file : {"", "gone.equ"}) {
+        s.form.calcSelectedFile = file;
+        dialogs.boxes.clear();
+        dialogs.Answer(1);
+        EXPECT_FALSE(CalculateAt("1"));
+        ExpectOneBox("An error has occurred.  Please select an existing .EQU file.",
+                     "Equation File not selected -or- missing.");
+        ExpectResultBoxesUntouched();
+    }
 }
 
 TEST_F(Calculator, UnusableXIsReportedAndGetsTheFocus) {
