@@ -43,4 +43,9 @@ void WriteAnsFile(AppState& s, const std::string& fileName, const std::string& f
 // Reads the open response file into the record.
 void FileReadMe(AppState& s, LineReader& in, const std::string& fileName, const std::string& folder);
 
+// Reads `folder`/`fileName` into a fresh record as the program reads it, through a form of its
+// own; the messages the reader would show go into `messages` instead (empty on success).
+ResponseRecord ReadResponseRecord(const std::string& folder, const std::string& fileName,
+                                  std::vector<std::string>& messages);
+
 }  // namespace quillet

@@ -25,9 +25,15 @@ void ReportMissing(AppState& s, const std::string& routine) {
 std::string DemosFolder(const AppState& s) { return JoinPath(s.env.programDir, "demos"); }
 
 // A run folder outside the program folder is a full path: its output lies beside it.
-std::string OutputFolder(const AppState& s) {
-    if (std::filesystem::path(s.RunDir).is_absolute()) return JoinPath(s.RunDir, "output");
-    return JoinPath(JoinPath(s.env.programDir, s.RunDir), "output");
+std::string OutputFolderOf(const Env& env, const std::string& runDir) {
+    if (std::filesystem::path(runDir).is_absolute()) return JoinPath(runDir, "output");
+    return JoinPath(JoinPath(env.programDir, runDir), "output");
+}
+
+std::string OutputFolder(const AppState& s) { return OutputFolderOf(s.env, s.RunDir); }
+
+std::string StoredText(Env& env, std::string_view key, const char* name) {
+    return RegText(GetRegValue(env, reg::CurrentUser, std::string(key), name, reg::Sz));
 }
 
 // Makes `folder` current for the run; a missing folder is an error, as changing into it would be.
@@ -44,6 +50,18 @@ void EnsureOutputDir(AppState& s) {
     if (dirExists(s.env, out)) return;
     std::error_code ec;
     if (!std::filesystem::create_directory(out, ec) && ec) throw ErrorFromErrno(ec.value(), true);
+}
+
+void RunDemo(AppState& s, const std::string& demoFile) {
+    s.RunMode = "Demo";
+    s.DemoFile = demoFile;
+    FileRun2(s);
+}
+
+LastRun FindLastRun(Env& env) {
+    std::string runDir = StoredText(env, kProductKey, "userPath");
+    if (runDir.empty()) runDir = "demos";
+    return {OutputFolderOf(env, runDir), StoredText(env, kCompanyKey, "plotFile")};
 }
 
 void FileRun2(AppState& s) {

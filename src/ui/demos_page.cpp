@@ -16,26 +16,10 @@
 
 namespace quillet::ui {
 
-namespace {
-
-// Reading a demo for its description is no command of the person's: nothing is shown.
-class Silent : public Dialogs {
-public:
-    int MsgBox(const std::string&, int, const std::string&) override { return mb::OK; }
-    std::string FileDialog(const FileDialogRequest&) override { return {}; }
-};
-
-}  // namespace
-
 QString DemoDescription(const std::string& folder, const std::string& fileName) {
-    Silent silent;
-    AppState scratch;
-    scratch.env.dialogs = &silent;
-    scratch.env.currentFolder = folder;
-    InitFormDesign(scratch);
-    LineReader in = LineReader::Open(JoinPath(folder, fileName));
-    FileReadMe(scratch, in, fileName, folder);
-    const auto& r = scratch.rec;
+    // Reading a demo for its description is no command of the person's: nothing is shown.
+    std::vector<std::string> ignored;
+    const ResponseRecord r = ReadResponseRecord(folder, fileName, ignored);
     QString text = QString("%1, %2 terms, %3 points of %4")
                        .arg(QString::fromStdString(r.Answers[2]), QString::fromStdString(r.Answers[5]),
                             QString::fromStdString(r.Answers[4]), QString::fromStdString(r.Answers[1]));
@@ -97,9 +81,7 @@ void DemosPage::RunSelected() {
     const QTreeWidgetItem* item = list_->currentItem();
     if (!item) return;
     binder_.Call([name = item->text(0).toStdString()](AppState& s) {
-        s.RunMode = "Demo";
-        s.DemoFile = name;
-        FileRun2(s);
+        RunDemo(s, name);
     });
 }
 

@@ -7,9 +7,9 @@
 
 #include "env/paths.h"
 #include "model/startup.h"
+#include "run/launcher.h"
 #include "ui/calculator_page.h"
 #include "ui/demos_page.h"
-#include "ui/last_run.h"
 #include "ui/links.h"
 #include "ui/manual_window.h"
 #include "ui/output_viewer.h"

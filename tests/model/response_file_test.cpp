@@ -352,3 +352,24 @@ TEST_F(ResponseFileTest, ASuccessfulSaveLeavesNoTemporaryFileBehind) {
 
 }  // namespace
 }  // namespace quillet
+
+namespace quillet {
+namespace {
+
+TEST(ReadResponseRecord, ReadsAFreshRecordAndCollectsMessages) {
+    testing::TempDir dir;
+    testing::WriteBytes(dir / "p.Fit", "P\r\nd.dat\r\nPower\r\n1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\nY\r\nn1\r\nn2\r\nN\r\n");
+    std::vector<std::string> messages;
+    ResponseRecord r = ReadResponseRecord(dir.path(), "p.Fit", messages);
+    EXPECT_TRUE(messages.empty());
+    EXPECT_EQ(r.ModelID, 4);
+    EXPECT_EQ(r.Answers[9], "7");
+    EXPECT_EQ(r.Answers[10], "");
+    EXPECT_EQ(r.Note2, "n2");
+
+    ReadResponseRecord(dir.path(), "none.Fit", messages);
+    EXPECT_EQ(messages, std::vector<std::string>{"Missing 'none.Fit' file?"});
+}
+
+}  // namespace
+}  // namespace quillet
