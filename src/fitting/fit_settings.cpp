@@ -1,30 +1,17 @@
 #include "fitting/fit_settings.h"
 
 #include <cmath>
+#include <filesystem>
 
-#include "env/errors.h"
 #include "env/paths.h"
 #include "fitting/fit_error.h"
 #include "fitting/models.h"
 #include "fitting/number_text.h"
-#include "model/form_events.h"
 #include "model/response_file.h"
-#include "solver/solver_tab.h"
 
 namespace quillet::fitting {
 
 namespace {
-
-// The reader reports through message boxes; a run has nobody to answer them.
-class CollectingDialogs : public Dialogs {
-public:
-    int MsgBox(const std::string& text, int, const std::string&) override {
-        messages.push_back(text);
-        return mb::OK;
-    }
-    std::string FileDialog(const FileDialogRequest&) override { Raise(err::DialogCancelled); }
-    std::vector<std::string> messages;
-};
 
 std::string Question(int q, const std::string& what) { return "Question " + std::to_string(q) + " (" + what + ")"; }
 
@@ -68,22 +55,15 @@ std::vector<double> SeriesValues(const std::string& text, int q, const std::stri
     return values;
 }
 
-// The record as the program reads it, through a throw-away form.
+// The record as the program reads it; what its reader would show becomes the error.
 ResponseRecord ReadRecord(const std::string& folder, const std::string& name) {
-    CollectingDialogs dialogs;
-    AppState s;
-    s.env.dialogs = &dialogs;
-    s.env.currentFolder = folder;
-    InitFormDesign(s);
-    Questions_Visible(s);
-    selectSolverQuest(s);
     const std::string path = JoinPath(folder, name);
-    if (!FileExists(s.env, path)) throw FitInputError("The response file \"" + path + "\" was not found.");
-    LineReader in = LineReader::Open(path);
-    if (!in.isOpen()) throw FitInputError("The response file \"" + path + "\" cannot be read.");
-    FileReadMe(s, in, name, folder);
-    if (!dialogs.messages.empty()) throw FitInputError(dialogs.messages.front());
-    return s.rec;
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(path, ec)) throw FitInputError("The response file \"" + path + "\" was not found.");
+    std::vector<std::string> messages;
+    ResponseRecord r = ReadResponseRecord(folder, name, messages);
+    if (!messages.empty()) throw FitInputError(messages.front());
+    return r;
 }
 
 }  // namespace
