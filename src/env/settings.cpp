@@ -169,14 +169,14 @@ void PutRunCountInRegistry(Env& env, std::int16_t runCount) {
     ShowRegistryNotices(env);
 }
 
-void MakePlotFileName(Env& env, const std::string& fileName) {
-    std::string plotFile = fileName;
+std::string PlotFileNameFor(const std::string& fileName) {
     // A picture keeps its name whatever its case; a plot file only when it ends in ".plt" exactly.
     const std::string tail = Right(fileName, 4);
-    if (!fileName.empty() && LCase(tail) != ".gif" && tail != ".plt")
-        plotFile = LCase(fileName.substr(0, fileName.rfind('.')) + ".plt");
-    PutPlotFileInRegistry(env, plotFile);
+    if (fileName.empty() || LCase(tail) == ".gif" || tail == ".plt") return fileName;
+    return LCase(fileName.substr(0, fileName.rfind('.')) + ".plt");
 }
+
+void MakePlotFileName(Env& env, const std::string& fileName) { PutPlotFileInRegistry(env, PlotFileNameFor(fileName)); }
 
 void PutPlotFileInRegistry(Env& env, const std::string& plotFile) {
     Report report = UnexpectedError(env, "PutPlotFileInRegistry");

@@ -35,6 +35,9 @@ void PutFileInRegistry(Env& env, const std::string& currentFile, const std::stri
 // Stores the run counter as decimal text.
 void PutRunCountInRegistry(Env& env, std::int16_t runCount);
 
+// The plot file that belongs to `fileName`: its last extension becomes ".plt" and the name is
+// lower-cased; names ending in ".gif" (any case) or ".plt" (exactly) are kept as they are.
+std::string PlotFileNameFor(const std::string& fileName);
 // Registers the plot file that belongs to `fileName`: its last extension becomes ".plt" and
 // the name is lower-cased; names ending in ".gif" or ".plt" are kept as they are.
 void MakePlotFileName(Env& env, const std::string& fileName);

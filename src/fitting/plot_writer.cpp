@@ -6,13 +6,6 @@
 
 namespace quillet::fitting {
 
-std::string PlotFileName(const std::string& responseName) {
-    if (responseName.empty() || EndsWith(LCase(responseName), ".gif") || EndsWith(responseName, ".plt"))
-        return responseName;
-    auto dot = responseName.rfind('.');
-    return LCase((dot == std::string::npos ? responseName : responseName.substr(0, dot)) + ".plt");
-}
-
 std::string PlotText(const CompletedFit& fit) {
     std::string t = "# Quillet plot" + std::string(kCrLf);
     t += "# title: " + fit.settings.title + kCrLf;

@@ -1,5 +1,7 @@
 #include "fitting/run_fit.h"
 
+#include "env/settings.h"
+
 #include <filesystem>
 #include <optional>
 #include <ostream>
@@ -8,6 +10,7 @@
 #include "env/errors.h"
 #include "env/files.h"
 #include "env/paths.h"
+#include "env/settings.h"
 #include "fitting/equ_writer.h"
 #include "fitting/fit_error.h"
 #include "fitting/number_text.h"
@@ -106,7 +109,7 @@ int RunFit(const std::string& responseFile, const std::string& runDir, const std
     try {
         if (outcome != FitOutcome::Diverged) {
             ComputeStatistics(fit);
-            const std::string plot = PlotFileName(place.name), equ = EquFileName(place.name);
+            const std::string plot = PlotFileNameFor(place.name), equ = EquFileName(place.name);
             Write(JoinPath(place.outputDir, plot), PlotText(fit));
             written.push_back(plot + "   data, fitted values and residuals");
             Write(JoinPath(place.outputDir, equ), EquText(fit));

@@ -12,11 +12,7 @@ std::string WithoutBlanks(std::string s) {
     return s;
 }
 
-TEST(OutputNames, PlotAndModelFilesAreNamedAfterTheResponseFile) {
-    const std::vector<std::pair<std::string, std::string>> plots = {
-        {"data.old.Fit", "data.old.plt"}, {"run", "run.plt"},         {"Plots.PLT", "plots.plt"},
-        {"a.plt", "a.plt"},               {"Plots.GIF", "Plots.GIF"}, {"Ex1.Fit", "ex1.plt"}};
-    for (const auto& [name, plot] : plots) EXPECT_EQ(PlotFileName(name), plot) << name;
+TEST(OutputNames, ModelFilesAreNamedAfterTheResponseFile) {
     EXPECT_EQ(EquFileName("Ex1.Fit"), "Ex1.equ");
     EXPECT_EQ(EquFileName("Run.FIT"), "Run.equ");
     EXPECT_EQ(EquFileName("data"), "data.equ");
