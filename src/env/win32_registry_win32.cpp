@@ -96,14 +96,14 @@ class Win32Registry : public RegistryBackend {
             return RegSetValueExA(Key(key), ToAnsi(name).c_str(), 0, type, data, count);
         std::string text =
             data ? std::string(reinterpret_cast<const char*>(data), count) : std::string();
-        bool zero = !text.empty() && text.back() == '\0';
-        if (zero) text.pop_back();
+        if (!text.empty() && text.back() == '\0') text.pop_back();
         std::string ansi = ToAnsi(text);
-        // A zero follows the converted text in memory, so a count that leaves it out still
-        // stores the text with its terminator, and it reads back as it was written.
+        // Stored with its terminating zero whether or not the count held it, as the system
+        // itself does when a count leaves the zero out of a text that is not empty; so an
+        // empty text, too, reads back as it was written and not as a value without bytes.
         return RegSetValueExA(Key(key), ToAnsi(name).c_str(), 0, type,
                               reinterpret_cast<const BYTE*>(ansi.c_str()),
-                              static_cast<DWORD>(ansi.size() + (zero ? 1 : 0)));
+                              static_cast<DWORD>(ansi.size() + 1));
     }
 
     long CloseKey(KeyHandle key) override { return RegCloseKey(Key(key)); }

@@ -14,7 +14,7 @@ class FileTypes : public RegistryFixture {
         return RegText(
             GetRegValue(env, reg::ClassesRoot, key, "", reg::Sz, std::string("<missing>")));
     }
-    std::string parent = dir / "Quillet/..";
+    std::string parent = NativePath(dir / "Quillet/..");
 };
 
 TEST_F(FileTypes, ThePresentationTypeNeedsItsProgramInTheParentFolder) {
@@ -27,7 +27,7 @@ TEST_F(FileTypes, ThePresentationTypeNeedsItsProgramInTheParentFolder) {
     RegisterFileTypesOnFirstStart(env, 0, parent);
     EXPECT_EQ(Class(".prz"), "f32main.exe");
     EXPECT_EQ(Class("f32main.exe"), "MV Presentation");
-    EXPECT_EQ(Class("f32main.exe\\shell\\open\\command"), "\"" + parent + "/f32main.exe\" %1");
+    EXPECT_EQ(Class("f32main.exe\\shell\\open\\command"), "\"" + NativePath(parent + "/f32main.exe") + "\" %1");
 }
 
 TEST_F(FileTypes, AFolderGetsOneSeparatorAndAnIconItsIndex) {
@@ -37,7 +37,7 @@ TEST_F(FileTypes, AFolderGetsOneSeparatorAndAnIconItsIndex) {
     AssociateFileType(env, "abc", "/opt/tools/", "Tool.exe", "Tool file", "");
     EXPECT_EQ(Class("Tool.exe\\shell\\open\\command"), "\"/opt/tools/Tool.exe\" %1");
     AssociateFileType(env, "abc", "/opt/tools", "Tool.exe", "Tool file", "");
-    EXPECT_EQ(Class("Tool.exe\\shell\\open\\command"), "\"/opt/tools/Tool.exe\" %1");
+    EXPECT_EQ(Class("Tool.exe\\shell\\open\\command"), "\"/opt/tools" + NativePath("/") + "Tool.exe\" %1");
 }
 
 TEST_F(FileTypes, SetClassKeyValueGivesTheLastRegistryResult) {
@@ -46,8 +46,7 @@ TEST_F(FileTypes, SetClassKeyValueGivesTheLastRegistryResult) {
     EXPECT_EQ(Class("K"), "own");
     EXPECT_EQ(Class("K\\Sub"), "below");
 
-    WriteBytes(dir / "blocker", "");
-    FileRegistry blocked(dir / "blocker/Vantorel");
+    TestRegistry blocked(dir / "blocker", TestRegistry::Store::Refusing);
     env.registry = &blocked;
     EXPECT_EQ(SetClassKeyValue(env, "-2147483648", "K", "", "x"), 6)
         << "closing the key that was never made";

@@ -1,13 +1,22 @@
 #pragma once
-// An empty file hive in a temporary folder, with scripted dialogs.
+// An empty registry of the test's own (a file hive in a temporary folder on Linux), with
+// scripted dialogs.
 #include <gtest/gtest.h>
 
 #include "env/env.h"
-#include "env/file_registry_posix.h"
 #include "support/fake_dialogs.h"
 #include "support/test_env.h"
+#include "support/test_registry.h"
 
 namespace quillet::testing {
+
+// Linux keeps each registry root in a hive file a person can read; Windows has no such file.
+#ifdef _WIN32
+inline constexpr bool kHiveFiles = false;
+#else
+inline constexpr bool kHiveFiles = true;
+#endif
+inline constexpr const char* kNoHiveFiles = "Windows keeps the registry in the system, not in hive files";
 
 class RegistryFixture : public ::testing::Test {
   protected:
@@ -23,7 +32,7 @@ class RegistryFixture : public ::testing::Test {
 
     TempDir dir;
     std::string hives = dir / "Vantorel";
-    FileRegistry registry{hives};
+    TestRegistry registry{hives};
     FakeDialogs dialogs;
     Env env;
 };

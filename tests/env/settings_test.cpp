@@ -46,7 +46,7 @@ TEST_F(Settings, GetFileInRegistryKeepsTheNameAndOnlyARelativeUserPath) {
         env.parentDir.clear();
         EXPECT_EQ(GetFileInRegistry(env, userPath), c.name);
         EXPECT_EQ(userPath, c.restoredPath);
-        EXPECT_EQ(env.parentDir, env.programDir + "/..");
+        EXPECT_EQ(env.parentDir, NativePath(env.programDir + "/.."));
     }
 }
 
@@ -89,16 +89,16 @@ TEST_F(Settings, MakePlotFileNameRegistersThePlotFile) {
 TEST_F(Settings, AtExitTheUserPathIsRelativeAndTheCounterGoesUp) {
     std::string userPath;
     std::int16_t count = 4;
-    SaveSettingsAtExit(env, " ", env.programDir + "/user/fits", userPath, count);
-    EXPECT_EQ(userPath, "user/fits");
+    SaveSettingsAtExit(env, " ", NativePath(env.programDir + "/user/fits"), userPath, count);
+    EXPECT_EQ(userPath, NativePath("user/fits"));
     EXPECT_EQ(Stored(kProduct, "RunCount"), "5");
     std::string upper = env.programDir;
     for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    SaveSettingsAtExit(env, "*", upper + "/Fits/" + upper + "/x", userPath, count);
-    EXPECT_EQ(userPath, "Fits/" + upper + "/x");
+    SaveSettingsAtExit(env, "*", NativePath(upper + "/Fits/" + upper + "/x"), userPath, count);
+    EXPECT_EQ(userPath, NativePath("Fits/" + upper + "/x"));
     SaveSettingsAtExit(env, " ", "/elsewhere/x", userPath, count);
     EXPECT_EQ(userPath, "/elsewhere/x");
-    SaveSettingsAtExit(env, "Demo", env.programDir + "/user", userPath, count);
+    SaveSettingsAtExit(env, "Demo", NativePath(env.programDir + "/user"), userPath, count);
     EXPECT_EQ(userPath, "demos");
     EXPECT_EQ(Stored(kProduct, "RunCount"), "8");
 
@@ -130,9 +130,9 @@ TEST_F(Settings, StartIniReportsEachFailureAndGoesOn) {
 }
 
 // A store whose every call fails in the platform, as a broken registry would.
-class FailingRegistry : public FileRegistry {
+class FailingRegistry : public TestRegistry {
   public:
-    using FileRegistry::FileRegistry;
+    using TestRegistry::TestRegistry;
     long OpenKey(RootKey, const std::string&, std::uint32_t, KeyHandle&) override { Raise(57); }
 };
 
@@ -148,12 +148,11 @@ TEST_F(Settings, GetFileInRegistryReportsACorruptRegistry) {
               "corrupt!  Re-installing this \r\nQuillet program is the easiest fix.");
     EXPECT_EQ(dialogs.boxes[0].title, "In 'GetFileInRegistry' routine ...");
     EXPECT_EQ(dialogs.boxes[0].style, 16);
-    EXPECT_EQ(env.parentDir, env.programDir + "/..");
+    EXPECT_EQ(env.parentDir, NativePath(env.programDir + "/.."));
 }
 
 TEST_F(Settings, PutFileInRegistryReportsARefusedKeyAndGoesOn) {
-    WriteBytes(dir / "blocker", "");
-    FileRegistry blocked(dir / "blocker/Vantorel");
+    TestRegistry blocked(dir / "blocker", TestRegistry::Store::Refusing);
     env.registry = &blocked;
     dialogs.Answer(mb::OK);
     PutFileInRegistry(env, "a.Fit", "demos");
@@ -171,6 +170,7 @@ TEST_F(Settings, PutFileInRegistryReportsARefusedKeyAndGoesOn) {
 }
 
 TEST_F(Settings, ADamagedHiveIsShownOnceWhenSettingsAreRead) {
+    if (!kHiveFiles) GTEST_SKIP() << kNoHiveFiles;
     std::filesystem::create_directories(hives);
     WriteBytes(hives + "/HKEY_CURRENT_USER.reg", "REGEDIT4\n[HKEY_CURRENT_USER\\Software\n");
     dialogs.Answer(mb::OK);

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "env/text.h"
 #include "model/form_events.h"
 #include "support/form_fixture.h"
 
@@ -97,7 +98,7 @@ TEST_F(FileCommands, SaveAsAsksBeforeReplacingAndProposesOneExtension) {
     dialogs.Choose(dir / "My.Fit").Answer(mb::No);
     EXPECT_FALSE(FileSaveAs(s));
     EXPECT_EQ(dialogs.fileDialogs[0].proposedName, "My.Fit");
-    EXPECT_EQ(Box(0).text, "Replace " + dir.path() + "/my.fit file?");
+    EXPECT_EQ(Box(0).text, "Replace " + LCase(dir / "My.Fit") + " file?");
     EXPECT_EQ(Box(0).title, "File exists, want to replace it?");
     EXPECT_EQ(Box(0).style, 36);
     EXPECT_EQ(ReadBytes(dir / "My.Fit"), "old");
@@ -138,7 +139,7 @@ TEST_F(FileCommands, DeleteConfirmsOnlyExistingFilesAndKeepsTheAnswers) {
     dialogs.Choose(dir / "old.Fit").Answer(mb::No);
     FileDelete(s);
     EXPECT_TRUE(Exists("old.Fit"));
-    EXPECT_EQ(Box(0).text, "Delete '" + dir.path() + "/old.Fit' File.");
+    EXPECT_EQ(Box(0).text, "Delete '" + (dir / "old.Fit") + "' File.");
     EXPECT_EQ(Box(0).title, "Confirm Delete?");
     EXPECT_EQ(Box(0).style, 36);
     EXPECT_EQ(dialogs.fileDialogs[0].title, "Select File to be Deleted");

@@ -4,19 +4,19 @@
 
 #include <filesystem>
 
-#include "env/file_registry_posix.h"
+#include "env/file_assoc.h"
 #include "env/mdlRegistryAPI.h"
 #include "env/paths.h"
 #include "model/file_commands.h"
 #include "model/form_events.h"
 #include "model/response_file.h"
 #include "support/form_fixture.h"
+#include "support/test_registry.h"
 
 namespace quillet {
 namespace {
 
 using testing::FormFixture;
-using testing::ReadBytes;
 
 class Startup : public FormFixture {
 protected:
@@ -57,8 +57,12 @@ protected:
         WriteAnsFile(other, name, program + "/" + folder);
     }
 
+    std::string FileType(const std::string& key) {
+        return RegText(GetRegValue(s.env, reg::ClassesRoot, key, "", reg::Sz, std::string("<missing>")));
+    }
+
     std::string program;
-    FileRegistry hive;
+    testing::TestRegistry hive;
 };
 
 TEST_F(Startup, FirstAndSecondStartOnAnEmptyHive) {
@@ -81,18 +85,17 @@ TEST_F(Startup, FirstAndSecondStartOnAnEmptyHive) {
               "below.\r\n\r\nThe resulting Y value and its standard deviation will be shown in the bottom "
               "textboxes.");
     EXPECT_TRUE(KeyExists(s.env, reg::CurrentUser, "Software\\Vantorel\\Quillet"));
-    const std::string classes = ReadBytes(dir / "hive/HKEY_CLASSES_ROOT.reg");
-    EXPECT_NE(classes.find("[HKEY_CLASSES_ROOT\\.Fit]\n@=\"MyEditor.bat\""), std::string::npos) << classes;
-    EXPECT_EQ(classes.find(".prz"), std::string::npos);
+    EXPECT_EQ(FileType(".Fit"), "MyEditor.bat");
+    EXPECT_EQ(FileType(".prz"), "<missing>");
 
     exitWin(s);
     EXPECT_TRUE(s.env.quitRequested);
-    std::filesystem::remove(dir / "hive/HKEY_CLASSES_ROOT.reg");
+    SetClassKeyValue(s.env, "-2147483648", ".Fit", "", "changed by the person");
 
     Reset();
     Form_Load(s);
     EXPECT_EQ(s.RunCount, 1);
-    EXPECT_FALSE(std::filesystem::exists(dir / "hive/HKEY_CLASSES_ROOT.reg"));
+    EXPECT_EQ(FileType(".Fit"), "changed by the person") << "file types are written on the first start only";
 }
 
 TEST_F(Startup, ReopensTheLastResponseFileWithExactlyItsAnswers) {
@@ -100,7 +103,7 @@ TEST_F(Startup, ReopensTheLastResponseFileWithExactlyItsAnswers) {
     StoreLastFile("C:\\old\\mine.Fit", "User");
     Form_Load(s);
     EXPECT_EQ(s.CurrentFile, "mine.Fit");
-    EXPECT_EQ(s.UserDir, program + "/User");
+    EXPECT_EQ(s.UserDir, testing::NativePath(program + "/User"));
     EXPECT_EQ(s.form.nTerms.text, "7");
     EXPECT_EQ(s.form.Methods.text, "Power");
     EXPECT_FALSE(s.form.PW50.visible);

@@ -2,7 +2,6 @@
 
 #include <filesystem>
 
-#include "env/file_registry_posix.h"
 #include "env/mdlRegistryAPI.h"
 #include "env/paths.h"
 #include "env/settings.h"
@@ -12,15 +11,33 @@
 
 namespace quillet::testing {
 
+namespace {
+// A run script that writes its working folder, then each argument in brackets, to run.log.
+void WriteRecordingScript(const std::string& program) {
+#ifdef _WIN32
+    WriteBytes(program + "\\run-FitW.bat",
+               "@echo off\r\n"
+               "cd > \"%~dp0run.log\"\r\n"
+               ":next\r\n"
+               "if \"%~1\"==\"\" goto :eof\r\n"
+               "echo [%~1]>> \"%~dp0run.log\"\r\n"
+               "shift\r\n"
+               "goto next\r\n");
+#else
+    WriteBytes(program + "/run-FitW.sh",
+               "log=\"$(dirname \"$0\")/run.log\"\n"
+               "{ pwd; for a in \"$@\"; do printf '[%s]\\n' \"$a\"; done; } > \"$log\"\n");
+#endif
+}
+}  // namespace
+
 RunFixture::RunFixture() {
     const std::string program = dir / "Quillet";
     std::filesystem::create_directories(program + "/demos");
     s.env.programDir = program;
     s.env.parentDir = program + "/..";
-    WriteBytes(program + "/run-FitW.sh",
-               "log=\"$(dirname \"$0\")/run.log\"\n"
-               "{ pwd; for a in \"$@\"; do printf '[%s]\\n' \"$a\"; done; } > \"$log\"\n");
-    registry = std::make_unique<FileRegistry>(dir / "hive");
+    WriteRecordingScript(program);
+    registry = std::make_unique<TestRegistry>(dir / "hive");
     s.env.registry = registry.get();
     s.env.runner = &runner;
     EnsureSettingsKeys(s.env);
@@ -51,7 +68,12 @@ void RunFixture::SaveResponse(const std::string& name) {
 
 bool RunFixture::ScriptRan() const { return std::filesystem::exists(s.env.programDir + "/run.log"); }
 
-std::string RunFixture::RunLog() const { return ReadBytes(s.env.programDir + "/run.log"); }
+std::string RunFixture::RunLog() const {
+    std::string log;
+    for (char c : ReadBytes(s.env.programDir + "/run.log"))
+        if (c != '\r') log += c;  // the batch file writes CR LF
+    return log;
+}
 
 std::string RunFixture::RegText(const std::string& key, const std::string& name) {
     return quillet::RegText(GetRegValue(s.env, reg::CurrentUser, key, name, reg::Sz));

@@ -1,12 +1,12 @@
 #pragma once
 // A program folder in a temporary folder with a run script that records how it was called,
-// a file hive for the registry, and a form holding complete Lorentzian answers.
+// a registry of the test's own, and a form holding complete Lorentzian answers.
 #include <memory>
 #include <string>
 
-#include "env/registry_backend.h"
 #include "run/process_runner.h"
 #include "support/form_fixture.h"
+#include "support/test_registry.h"
 
 namespace quillet::testing {
 
@@ -22,11 +22,11 @@ protected:
     // Saves the form as `name` in the user directory and makes it current.
     void SaveResponse(const std::string& name);
     bool ScriptRan() const;
-    // The script's working folder, then each argument in brackets, one a line.
+    // The script's working folder, then each argument in brackets, one a line ending in "\n".
     std::string RunLog() const;
     std::string RegText(const std::string& key, const std::string& name);
 
-    std::unique_ptr<RegistryBackend> registry;
+    std::unique_ptr<TestRegistry> registry;
     ProcessRunner runner;
 };
 

@@ -18,6 +18,9 @@ using testing::RunFixture;
 class Submit : public RunFixture {};
 
 TEST_F(Submit, ShortPathKeepsSafeLongNamesAndAliasesTheRest) {
+#ifdef _WIN32
+    GTEST_SKIP() << "Windows makes its own short names";
+#endif
     struct Case {
         const char* path;
         const char* shortPath;

@@ -1,13 +1,17 @@
 #include "support/run_command.h"
 
-#include <fcntl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
+
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
 
 namespace quillet::testing {
 
@@ -19,18 +23,79 @@ std::string Slurp(const std::string& path) {
     return ss.str();
 }
 
+#ifdef _WIN32
+std::string TempName(const char* tag) {
+    static unsigned calls = 0;
+    char folder[MAX_PATH + 1] = {};
+    GetTempPathA(sizeof folder, folder);
+    return std::string(folder) + "quillet-cmd-" + std::to_string(GetCurrentProcessId()) + "-" +
+           std::to_string(++calls) + tag;
+}
+
+// Quotes one argument so that the C runtime of the program started gives it back unchanged.
+std::string Quoted(const std::string& arg) {
+    if (!arg.empty() && arg.find_first_of(" \t\"") == std::string::npos) return arg;
+    std::string out = "\"";
+    std::size_t slashes = 0;
+    for (char c : arg) {
+        if (c == '\\') {
+            ++slashes;
+            continue;
+        }
+        out.append(c == '"' ? 2 * slashes + 1 : slashes, '\\');
+        slashes = 0;
+        out += c;
+    }
+    out.append(2 * slashes, '\\');
+    return out + "\"";
+}
+
+HANDLE Inherited(const std::string& path, DWORD access, DWORD disposition) {
+    SECURITY_ATTRIBUTES sa{sizeof sa, nullptr, TRUE};
+    return CreateFileA(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, &sa, disposition,
+                       FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+int Run(const std::string& program, const std::vector<std::string>& args, const std::string& workingDir,
+        const std::string& inPath, const std::string& outPath, const std::string& errPath) {
+    std::string commandLine = Quoted(program);
+    for (const auto& a : args) commandLine += " " + Quoted(a);
+    STARTUPINFOA si{};
+    si.cb = sizeof si;
+    si.dwFlags = STARTF_USESTDHANDLES;
+    si.hStdInput = Inherited(inPath, GENERIC_READ, OPEN_EXISTING);
+    si.hStdOutput = Inherited(outPath, GENERIC_WRITE, CREATE_ALWAYS);
+    si.hStdError = Inherited(errPath, GENERIC_WRITE, CREATE_ALWAYS);
+    PROCESS_INFORMATION pi{};
+    BOOL started = CreateProcessA(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                                  workingDir.empty() ? nullptr : workingDir.c_str(), &si, &pi);
+    for (HANDLE h : {si.hStdInput, si.hStdOutput, si.hStdError}) CloseHandle(h);
+    if (!started) return -1;
+    WaitForSingleObject(pi.hProcess, INFINITE);
+    DWORD code = 0;
+    GetExitCodeProcess(pi.hProcess, &code);
+    CloseHandle(pi.hThread);
+    CloseHandle(pi.hProcess);
+    return static_cast<int>(code);
+}
+
+// The programs print text: on Windows their line ends are CR LF, compared here as "\n".
+std::string AsText(std::string bytes) {
+    std::string out;
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        if (!(bytes[i] == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n')) out += bytes[i];
+    return out;
+}
+#else
 std::string TempName(const char* tag) {
     char name[] = "/tmp/quillet-cmd-XXXXXX";
     int fd = ::mkstemp(name);
     if (fd >= 0) ::close(fd);
     return std::string(name) + tag;
 }
-}  // namespace
 
-CommandResult RunProgram(const std::string& program, const std::vector<std::string>& args,
-                         const std::string& input, const std::string& workingDir) {
-    const std::string inPath = TempName(".in"), outPath = TempName(".out"), errPath = TempName(".err");
-    { std::ofstream(inPath, std::ios::binary) << input; }
+int Run(const std::string& program, const std::vector<std::string>& args, const std::string& workingDir,
+        const std::string& inPath, const std::string& outPath, const std::string& errPath) {
     pid_t pid = ::fork();
     if (pid == 0) {
         int in = ::open(inPath.c_str(), O_RDONLY);
@@ -47,12 +112,23 @@ CommandResult RunProgram(const std::string& program, const std::vector<std::stri
         ::execv(program.c_str(), argv.data());
         ::_exit(127);
     }
-    CommandResult r;
     int status = 0;
     ::waitpid(pid, &status, 0);
-    if (WIFEXITED(status)) r.status = WEXITSTATUS(status);
-    r.out = Slurp(outPath);
-    r.err = Slurp(errPath);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+std::string AsText(std::string bytes) { return bytes; }
+#endif
+}  // namespace
+
+CommandResult RunProgram(const std::string& program, const std::vector<std::string>& args,
+                         const std::string& input, const std::string& workingDir) {
+    const std::string inPath = TempName(".in"), outPath = TempName(".out"), errPath = TempName(".err");
+    { std::ofstream(inPath, std::ios::binary) << input; }
+    CommandResult r;
+    r.status = Run(program, args, workingDir, inPath, outPath, errPath);
+    r.out = AsText(Slurp(outPath));
+    r.err = AsText(Slurp(errPath));
     for (const auto& p : {inPath, outPath, errPath}) std::remove(p.c_str());
     return r;
 }

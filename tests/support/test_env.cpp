@@ -1,7 +1,10 @@
 #include "support/test_env.h"
 
+#ifndef _WIN32
 #include <unistd.h>
+#endif
 
+#include <cstdio>
 #include <fstream>
 #include <random>
 #include <sstream>
@@ -16,11 +19,26 @@ FixedClock::FixedClock(int year, int month, int day, int hour, int minute) {
     t_.tm_min = minute;
 }
 
+namespace {
+#ifdef _WIN32
+// A DOS 8.3 name, so that the folder passes the short-name check of a run on Windows.
+std::string FolderName(unsigned random) {
+    char name[9];
+    std::snprintf(name, sizeof name, "qt%06x", random & 0xFFFFFFu);
+    return name;
+}
+#else
+std::string FolderName(unsigned random) {
+    return "quillet-test-" + std::to_string(::getpid()) + "-" + std::to_string(random);
+}
+#endif
+}  // namespace
+
 TempDir::TempDir() {
     std::random_device rd;
     auto base = std::filesystem::temp_directory_path();
     for (;;) {
-        auto candidate = base / ("quillet-test-" + std::to_string(::getpid()) + "-" + std::to_string(rd()));
+        auto candidate = base / FolderName(rd());
         if (std::filesystem::create_directory(candidate)) {
             path_ = candidate.string();
             return;
@@ -35,6 +53,14 @@ TempDir::~TempDir() {
         std::filesystem::permissions(e.path(), std::filesystem::perms::owner_all,
                                      std::filesystem::perm_options::add, ec);
     std::filesystem::remove_all(path_, ec);
+}
+
+std::string NativePath(std::string path) {
+#ifdef _WIN32
+    for (char& c : path)
+        if (c == '/') c = '\\';
+#endif
+    return path;
 }
 
 std::string ReadBytes(const std::string& path) {

@@ -25,11 +25,20 @@ public:
     TempDir(const TempDir&) = delete;
     TempDir& operator=(const TempDir&) = delete;
     const std::string& path() const { return path_; }
-    std::string operator/(const std::string& name) const { return path_ + "/" + name; }
+    // Joined with the platform's separator, as the program builds its paths.
+    std::string operator/(const std::string& name) const { return path_ + kSeparator + name; }
 
 private:
+#ifdef _WIN32
+    static constexpr char kSeparator = '\\';
+#else
+    static constexpr char kSeparator = '/';
+#endif
     std::string path_;
 };
+
+// `path` with the platform's separator: "/" becomes "\" on Windows.
+std::string NativePath(std::string path);
 
 std::string ReadBytes(const std::string& path);
 void WriteBytes(const std::string& path, const std::string& bytes);

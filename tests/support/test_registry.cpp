@@ -1,0 +1,99 @@
+#include "support/test_registry.h"
+
+#include <cstdlib>
+
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include "env/file_registry_posix.h"
+#include "support/test_env.h"
+#endif
+
+namespace quillet::testing {
+
+#ifdef _WIN32
+namespace {
+const char* const kScratchParent = "Software\\Quillet tests";
+
+HKEY MakeKey(HKEY parent, const std::string& name, DWORD options) {
+    HKEY key = nullptr;
+    if (RegCreateKeyExA(parent, name.c_str(), 0, nullptr, options, KEY_ALL_ACCESS, nullptr, &key, nullptr) !=
+        ERROR_SUCCESS)
+        std::abort();
+    return key;
+}
+
+// Points a predefined root at `target` for this process; nullptr restores the real one.
+void Redirect(HKEY root, void* target) {
+    if (RegOverridePredefKey(root, static_cast<HKEY>(target)) != ERROR_SUCCESS) std::abort();
+}
+}  // namespace
+
+TestRegistry::TestRegistry(const std::string&, Store store) : inner_(MakePlatformRegistry()) {
+    static unsigned count = 0;
+    scratch_ = std::string(kScratchParent) + "\\" + std::to_string(GetCurrentProcessId()) + "-" +
+               std::to_string(++count);
+    RegDeleteTreeA(HKEY_CURRENT_USER, scratch_.c_str());
+    const DWORD options = store == Store::Refusing ? REG_OPTION_VOLATILE : REG_OPTION_NON_VOLATILE;
+    RegCloseKey(MakeKey(HKEY_CURRENT_USER, kScratchParent, REG_OPTION_NON_VOLATILE));
+    HKEY user = MakeKey(HKEY_CURRENT_USER, scratch_, options);
+    user_ = user;
+    classes_ = MakeKey(user, "Classes", options);
+}
+
+TestRegistry::~TestRegistry() {
+    Redirect(HKEY_CLASSES_ROOT, nullptr);
+    Redirect(HKEY_CURRENT_USER, nullptr);
+    RegCloseKey(static_cast<HKEY>(classes_));
+    RegCloseKey(static_cast<HKEY>(user_));
+    RegDeleteTreeA(HKEY_CURRENT_USER, scratch_.c_str());
+    RegDeleteKeyA(HKEY_CURRENT_USER, kScratchParent);  // only once it is empty
+}
+
+RegistryBackend& TestRegistry::Enter() {
+    Redirect(HKEY_CURRENT_USER, user_);
+    Redirect(HKEY_CLASSES_ROOT, classes_);
+    return *inner_;
+}
+#else
+namespace {
+std::string StoreFolder(const std::string& hiveFolder, TestRegistry::Store store) {
+    if (store == TestRegistry::Store::Usable) return hiveFolder;
+    WriteBytes(hiveFolder + ".blocker", "a file where a folder should be");
+    return hiveFolder + ".blocker/hive";
+}
+}  // namespace
+
+TestRegistry::TestRegistry(const std::string& hiveFolder, Store store)
+    : inner_(std::make_unique<FileRegistry>(StoreFolder(hiveFolder, store))) {}
+
+TestRegistry::~TestRegistry() = default;
+
+RegistryBackend& TestRegistry::Enter() { return *inner_; }
+#endif
+
+long TestRegistry::OpenKey(RootKey root, const std::string& subKey, std::uint32_t access, KeyHandle& key) {
+    return Enter().OpenKey(root, subKey, access, key);
+}
+long TestRegistry::CreateKey(RootKey root, const std::string& subKey, std::uint32_t access, KeyHandle& key,
+                             std::uint32_t& disposition) {
+    return Enter().CreateKey(root, subKey, access, key, disposition);
+}
+long TestRegistry::QueryValue(KeyHandle key, const std::string& name, std::uint32_t& type, unsigned char* data,
+                              std::uint32_t& count) {
+    return Enter().QueryValue(key, name, type, data, count);
+}
+long TestRegistry::SetValue(KeyHandle key, const std::string& name, std::uint32_t type, const unsigned char* data,
+                            std::uint32_t count) {
+    return Enter().SetValue(key, name, type, data, count);
+}
+long TestRegistry::CloseKey(KeyHandle key) { return Enter().CloseKey(key); }
+long TestRegistry::CreateKeyPlain(RootKey root, const std::string& subKey, KeyHandle& key) {
+    return Enter().CreateKeyPlain(root, subKey, key);
+}
+long TestRegistry::SetDefaultText(KeyHandle key, const std::string& subKey, const std::string& text) {
+    return Enter().SetDefaultText(key, subKey, text);
+}
+std::vector<std::string> TestRegistry::TakeNotices() { return Enter().TakeNotices(); }
+
+}  // namespace quillet::testing

@@ -1,0 +1,44 @@
+#pragma once
+// The registry a test works on. Linux: a file hive in the given folder. Windows: the system's
+// own registry, with HKEY_CURRENT_USER and HKEY_CLASSES_ROOT redirected, on every call, into
+// a scratch key of this object, so that no test reads or changes the person's settings or
+// file types and several stores can be used side by side.
+#include <memory>
+#include <string>
+
+#include "env/registry_backend.h"
+
+namespace quillet::testing {
+
+class TestRegistry : public RegistryBackend {
+public:
+    // A refusing store cannot create any key: its folder lies under a file (Linux), its
+    // scratch key is volatile and so takes no lasting sub-keys (Windows).
+    enum class Store { Usable, Refusing };
+    explicit TestRegistry(const std::string& hiveFolder, Store store = Store::Usable);
+    ~TestRegistry() override;
+    TestRegistry(const TestRegistry&) = delete;
+    TestRegistry& operator=(const TestRegistry&) = delete;
+
+    long OpenKey(RootKey root, const std::string& subKey, std::uint32_t access, KeyHandle& key) override;
+    long CreateKey(RootKey root, const std::string& subKey, std::uint32_t access, KeyHandle& key,
+                   std::uint32_t& disposition) override;
+    long QueryValue(KeyHandle key, const std::string& name, std::uint32_t& type, unsigned char* data,
+                    std::uint32_t& count) override;
+    long SetValue(KeyHandle key, const std::string& name, std::uint32_t type, const unsigned char* data,
+                  std::uint32_t count) override;
+    long CloseKey(KeyHandle key) override;
+    long CreateKeyPlain(RootKey root, const std::string& subKey, KeyHandle& key) override;
+    long SetDefaultText(KeyHandle key, const std::string& subKey, const std::string& text) override;
+    std::vector<std::string> TakeNotices() override;
+
+private:
+    RegistryBackend& Enter();
+
+    std::unique_ptr<RegistryBackend> inner_;
+    std::string scratch_;  // Windows: the scratch key under the real HKEY_CURRENT_USER
+    void* user_ = nullptr;
+    void* classes_ = nullptr;
+};
+
+}  // namespace quillet::testing
