@@ -32,8 +32,11 @@ public:
     long SetDefaultText(KeyHandle key, const std::string& subKey, const std::string& text) override;
     std::vector<std::string> TakeNotices() override;
 
-private:
+    // Windows: makes the two roots this store's for the system's own calls too, until another
+    // store is used. Every call above does it first.
     RegistryBackend& Enter();
+
+private:
 
     std::unique_ptr<RegistryBackend> inner_;
     std::string scratch_;  // Windows: the scratch key under the real HKEY_CURRENT_USER
