@@ -69,6 +69,21 @@ TEST_F(Submit, ChecksReportInOrderAndStartNothing) {
     EXPECT_FALSE(ScriptRan());
 }
 
+TEST_F(Submit, ADataFileThatVanishesBetweenTheChecksIsNamed) {
+    SaveResponse("run.Fit");
+    int dataLooks = 0;
+    s.env.probe = [&](const std::string& path, bool folder) {
+        if (path.ends_with("pts.100") && ++dataLooks > 1) return false;  // gone after the first check
+        return RealPathProbe(path, folder);
+    };
+    dialogs.Answer(mb::OK);
+    cmdSubmit_Click(s);
+    EXPECT_EQ(dialogs.boxes.back().text, UserDir() + "/pts.100 file was -not- found.  Please, correct file name "
+                                                     "and/or its path ...  '" + UserDir() +
+                                             "' is the path where your input file is located.");
+    EXPECT_FALSE(ScriptRan());
+}
+
 TEST_F(Submit, DataFileInAFolderWithABlankFailsTheShortNameRule) {
     const std::string spaced = MakeFolder("My Runs");
     UseUserDir(spaced);
