@@ -78,9 +78,10 @@ TEST_F(Submit, ADataFileThatVanishesBetweenTheChecksIsNamed) {
     };
     dialogs.Answer(mb::OK);
     cmdSubmit_Click(s);
-    EXPECT_EQ(dialogs.boxes.back().text, UserDir() + "/pts.100 file was -not- found.  Please, correct file name "
-                                                     "and/or its path ...  '" + UserDir() +
-                                             "' is the path where your input file is located.");
+    EXPECT_EQ(dialogs.boxes.back().text,
+              testing::NativePath(UserDir() + "/pts.100") +
+                  " file was -not- found.  Please, correct file name and/or its path ...  '" + UserDir() +
+                  "' is the path where your input file is located.");
     EXPECT_FALSE(ScriptRan());
 }
 
