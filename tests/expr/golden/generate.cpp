@@ -2,18 +2,17 @@
 // differential test to hold every later version of the evaluator to. Run from the top folder:
 //   tests/expr/golden/generate.sh
 // Line: degrees, formula, then three solves on one object, each as X and the result's bits
-// in hex or "!number:source:description"; the third solve also defines q and flips Degrees.
+// in hex or "!number:source:description"; the third solve also defines q and flips Degrees;
+// last the hash of the outcomes at the sweep's X values.
 #include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
-#include <cstdio>
-#include <cstring>
 #include <random>
 #include <string>
 
-#include "env/errors.h"
 #include "expr/equation.h"
+#include "golden_format.h"
 
 namespace {
 
@@ -92,6 +91,16 @@ std::string Series() {
     return s;
 }
 
+// One operation or function on X, so that its last bit reaches the result.
+std::string Simple() {
+    static const char* const kOps[] = {"^", "^", "*", "/", "-", "+", ">", "<", "\\", "%"};
+    static const char* const kRight[] = {"2", "2", "3", "0.5", "10", "y"};
+    if (Chance(30)) return std::string(OneOf(kFunctions)) + "(x)";
+    std::string s = "x";
+    s += OneOf(kOps);
+    return s + OneOf(kRight);
+}
+
 std::string Soup() {
     std::string s;
     for (std::size_t n = 1 + Pick(12); n > 0; --n) s += OneOf(kSoup);
@@ -113,34 +122,26 @@ std::string Mutate(std::string s) {
 
 std::string Formula() {
     const int kind = static_cast<int>(Pick(100));
-    std::string f = kind < 4 ? Series() : kind < 14 ? Soup() : Expr(1 + static_cast<int>(Pick(5)));
+    std::string f = kind < 10   ? Series()
+                    : kind < 20 ? Soup()
+                    : kind < 35 ? Simple()
+                                : Expr(1 + static_cast<int>(Pick(5)));
     if (Chance(20)) f = Mutate(f);
     return f;
 }
 
+// Mostly full-precision values, so that a square or a product rounds as it does in general.
 double XValue() {
     static const double kValues[] = {0, 1, -1, 0.5, -2.5, 3, 90, 1e-3, 123.456, -1e6, 1e300, -0.0};
-    if (Chance(40)) return static_cast<double>(static_cast<std::int32_t>(rng())) / 1e8;
-    return kValues[Pick(std::size(kValues))];
+    if (Chance(30)) return kValues[Pick(std::size(kValues))];
+    const double mantissa = static_cast<double>((static_cast<std::uint64_t>(rng()) << 21) ^ rng());
+    return (Chance(50) ? -1 : 1) * std::ldexp(mantissa, -static_cast<int>(50 + Pick(8)));
 }
 
 std::string Shortest(double v) {
     char buf[40];
     auto [end, ec] = std::to_chars(buf, buf + sizeof buf, v);
     return std::string(buf, end);
-}
-
-std::string Outcome(quillet::clsEquation& eq) {
-    try {
-        const double v = eq.Solution();
-        std::uint64_t bits;
-        std::memcpy(&bits, &v, sizeof bits);
-        char buf[20];
-        std::snprintf(buf, sizeof buf, "%016llx", static_cast<unsigned long long>(bits));
-        return buf;
-    } catch (const quillet::RuntimeError& e) {
-        return "!" + std::to_string(e.number()) + ":" + e.source() + ":" + e.description();
-    }
 }
 
 }  // namespace
@@ -163,8 +164,13 @@ int main(int argc, char** argv) {
             }
             eq.Var("x", x);
             if (solve == 0) eq.Equation(formula);
-            line += "\t" + Shortest(x) + "\t" + Outcome(eq);
+            line += "\t" + Shortest(x) + "\t" + quillet::golden::Outcome([&] { return eq.Solution(); });
         }
-        std::puts(line.c_str());
+        std::uint64_t hash = quillet::golden::kHashStart;
+        for (double x : quillet::golden::kSweepX) {
+            eq.Var("x", x);
+            quillet::golden::Hash(hash, quillet::golden::Outcome([&] { return eq.Solution(); }));
+        }
+        std::printf("%s\t%016llx\n", line.c_str(), static_cast<unsigned long long>(hash));
     }
 }
