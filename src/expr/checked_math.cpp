@@ -7,21 +7,8 @@
 
 namespace quillet::expr {
 
-double Finite(double r) {
-    if (!std::isfinite(r)) RaiseEq(err::Overflow);
-    return r;
-}
+void RaiseArithmetic(int number) { RaiseEq(number); }
 
-double Add(double a, double b) { return Finite(a + b); }
-double Sub(double a, double b) { return Finite(a - b); }
-double Mul(double a, double b) { return Finite(a * b); }
-
-double Div(double a, double b) {
-    if (b == 0) RaiseEq(a == 0 ? err::Overflow : err::DivisionByZero);
-    return Finite(a / b);
-}
-
-double Pow(double a, double b) { return Finite(std::pow(a, b)); }
 double Exp(double x) { return Finite(std::exp(x)); }
 
 double Log(double x) {

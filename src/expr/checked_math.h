@@ -2,16 +2,31 @@
 // Double arithmetic that raises the classic run-time errors instead of producing
 // infinities or NaNs: 11 for a division by zero (6 for 0/0), 6 for a result that is not
 // finite or an integer that does not fit 32 bits, 5 for a root or logarithm outside its domain.
+#include <cmath>
 #include <cstdint>
+
+#include "env/errors.h"
 
 namespace quillet::expr {
 
-double Finite(double r);
-double Add(double a, double b);
-double Sub(double a, double b);
-double Mul(double a, double b);
-double Div(double a, double b);
-double Pow(double a, double b);
+// Out of line, so that the checks below stay small enough to inline.
+[[noreturn]] void RaiseArithmetic(int number);
+
+inline double Finite(double r) {
+    if (!std::isfinite(r)) [[unlikely]]
+        RaiseArithmetic(err::Overflow);
+    return r;
+}
+inline double Add(double a, double b) { return Finite(a + b); }
+inline double Sub(double a, double b) { return Finite(a - b); }
+inline double Mul(double a, double b) { return Finite(a * b); }
+inline double Div(double a, double b) {
+    if (b == 0) [[unlikely]]
+        RaiseArithmetic(a == 0 ? err::Overflow : err::DivisionByZero);
+    return Finite(a / b);
+}
+inline double Pow(double a, double b) { return Finite(std::pow(a, b)); }
+
 double Exp(double x);
 double Log(double x);
 double Sqr(double x);

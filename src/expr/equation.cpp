@@ -4,7 +4,6 @@
 
 #include "env/text.h"
 #include "expr/errors.h"
-#include "expr/evaluator.h"
 #include "expr/parser.h"
 
 namespace quillet {
@@ -53,21 +52,26 @@ void clsEquation::VarRemove(const std::string& name) {
     needsSolving_ = true;
 }
 
-double clsEquation::Solution() {
-    if (needsSolving_) Solve();
-    return solution_;
-}
+expr::VarSlot clsEquation::Slot(const std::string& name) { return variables_.SlotOf(Trim(name)); }
 
 void clsEquation::Parse() {
     formula_ = expr::RewriteMod(formula_);
-    tokens_ = expr::ParseFormula(formula_);
+    program_ = expr::Compile(expr::ParseFormula(formula_), variables_);
     parsed_ = true;
+}
+
+void clsEquation::Solutions(expr::VarSlot x, std::span<const double> xs, std::span<double> ys) {
+    if (ys.size() < xs.size()) expr::RaiseEq(err::InvalidCall);
+    for (std::size_t i = 0; i < xs.size(); ++i) {
+        Var(x, xs[i]);
+        ys[i] = Solution();
+    }
 }
 
 void clsEquation::Solve() {
     try {
         if (!parsed_) Parse();
-        solution_ = expr::Evaluate(tokens_, {variables_, degrees_, random_});
+        solution_ = program_.Run(variables_, degrees_, random_);
         needsSolving_ = false;
     } catch (const RuntimeError& e) {
         if (PassesThrough(e.number())) throw;

@@ -5,9 +5,11 @@
 //   1100 "Unbalanced parenthesis", 1101 "Sorry Undefined Function: name()",
 //   1102 "Undefined Variable: name", 1103 "Invalid Equation",
 //   1104 "Invalid arguments to function: name()", and 5, 6, 11 from the arithmetic.
+#include <span>
 #include <string>
 
-#include "expr/formula.h"
+#include "expr/compiler.h"
+#include "expr/program.h"
 #include "expr/random.h"
 #include "expr/variables.h"
 
@@ -33,16 +35,31 @@ public:
     // Removes the variable of exactly that name; a missing one is no error.
     void VarRemove(const std::string& name);
 
+    // A handle to the variable under the name trimmed of blanks, for setting it without a
+    // look-up; the variable stays undefined until it is set. Valid for the object's life.
+    expr::VarSlot Slot(const std::string& name);
+    void Var(expr::VarSlot slot, double value) {
+        variables_.Set(slot, value);
+        needsSolving_ = true;
+    }
+
     // Evaluates only when the formula, a variable or Degrees changed since the last success.
-    double Solution();
+    double Solution() {
+        if (needsSolving_) Solve();
+        return solution_;
+    }
     // Evaluates now. On failure the error is raised and the previous solution is kept.
     void Solve();
+    // For each X in turn, as Var(x, X) and then Solution(): ys[i] is the solution at xs[i].
+    // An error stops at the X that raised it. ys must hold at least as many values as xs.
+    void Solutions(expr::VarSlot x, std::span<const double> xs, std::span<double> ys);
 
 private:
     void Parse();
 
-    expr::ParsedFormula tokens_;
     expr::Variables variables_;
+    // Compiled by Parse; until the first formula, the program of an empty one.
+    expr::Program program_ = expr::Compile(expr::ParsedFormula{}, variables_);
     bool needsSolving_ = false;
     bool parsed_ = true;
     bool degrees_ = false;

@@ -89,11 +89,10 @@ FunctionFn FindFunction(std::string_view opener) {
     return nullptr;
 }
 
-bool FindConstant(std::string_view name, SingleRandom& random, double& value) {
+bool FindConstant(std::string_view name, double& value) {
     if (name == "pi") value = 3.14159265358979;
     else if (name == "w") value = 6.28318530717958;
     else if (name == "e") value = 2.718281828;
-    else if (name == "rnd") value = random.Next();
     else return false;
     return true;
 }

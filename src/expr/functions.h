@@ -22,7 +22,7 @@ using FunctionFn = double (*)(const FunctionCall&);
 // nullptr for an opener that is not in the table.
 FunctionFn FindFunction(std::string_view opener);
 
-// "pi", "w", "e" and "rnd"; false for any other name.
-bool FindConstant(std::string_view name, SingleRandom& random, double& value);
+// "pi", "w" and "e"; false for any other name. "rnd" is a new random number each time.
+bool FindConstant(std::string_view name, double& value);
 
 }  // namespace quillet::expr

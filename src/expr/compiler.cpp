@@ -1,0 +1,263 @@
+#include "expr/compiler.h"
+
+#include <map>
+
+#include "expr/errors.h"
+
+namespace quillet::expr {
+
+namespace {
+
+// Ends the walk: what the collapse would raise at this point.
+struct Failure {
+    int number;
+    std::string description;
+};
+
+// One entry of the work array: a token not yet evaluated, a partial result in a register,
+// or consumed.
+struct Entry {
+    enum class State : std::uint8_t { Empty, Token, Number };
+    State state = State::Empty;
+    std::int32_t token = -1;
+    std::uint32_t reg = 0;
+
+    static Entry Result(std::uint32_t reg) { return Entry{State::Number, -1, reg}; }
+};
+
+Op BinaryOp(char op) {
+    switch (op) {
+        case '+': return Op::Add;
+        case '-': return Op::Sub;
+        case '*': return Op::Mul;
+        case '/': return Op::Div;
+        case '\\': return Op::IntDiv;
+        case '%': return Op::IntMod;
+        case '^': return Op::Pow;
+        case '>': return Op::TimesTenTo;
+        case '<': return Op::TimesTenToMinus;
+        default: throw Failure{eqerr::InvalidEquation, "Invalid Equation"};
+    }
+}
+
+class Compiler {
+public:
+    Compiler(const ParsedFormula& f, Variables& v);
+    Program Run();
+
+private:
+    const Token& TokenAt(int pos) const { return f_.tokens[static_cast<std::size_t>(work_[Ix(pos)].token)]; }
+    static std::size_t Ix(int pos) { return static_cast<std::size_t>(pos); }
+    bool Filled(int pos) const { return work_[Ix(pos)].state != Entry::State::Empty; }
+    bool IsPendingMinus(int pos) const;
+    int NextFilled(int pos) const;
+    int PreviousFilled(int pos) const;
+    std::uint32_t Register(double initial = 0);
+    std::uint32_t Emit(Op op, std::uint32_t a = 0, std::uint32_t b = 0, FunctionFn fn = nullptr);
+    std::uint32_t Message(std::string text);
+    std::uint32_t Read(int pos);
+    std::uint32_t ReadOperand(int pos);
+    void NegateChain(int pos);
+    void Binary(int pos, char op);
+    int ClosingOf(std::size_t step) const;
+    void Group(int pos, int close);
+    void Function(int pos, int close);
+    void Name(int pos);
+    std::uint32_t VariableRegister(const std::string& name);
+    void Collapse();
+
+    const ParsedFormula& f_;
+    Variables& variables_;
+    std::vector<Entry> work_;
+    Program p_;
+    std::map<std::string, std::uint32_t, std::less<>> variableRegisters_;
+};
+
+Compiler::Compiler(const ParsedFormula& f, Variables& v) : f_(f), variables_(v) {
+    work_.resize(f.tokens.size());
+    for (std::size_t i = 0; i < f.tokens.size(); ++i)
+        if (f.tokens[i].kind != TokenKind::Comma)
+            work_[i] = Entry{Entry::State::Token, static_cast<std::int32_t>(i), 0};
+}
+
+bool Compiler::IsPendingMinus(int pos) const {
+    return pos >= 0 && work_[Ix(pos)].state == Entry::State::Token && TokenAt(pos).IsUnaryMinus();
+}
+
+int Compiler::NextFilled(int pos) const {
+    for (int p = pos + 1; p < static_cast<int>(work_.size()); ++p)
+        if (Filled(p)) return p;
+    return -1;
+}
+
+int Compiler::PreviousFilled(int pos) const {
+    for (int p = pos - 1; p >= 0; --p)
+        if (Filled(p)) return p;
+    return -1;
+}
+
+std::uint32_t Compiler::Register(double initial) {
+    p_.registers.push_back(initial);
+    return static_cast<std::uint32_t>(p_.registers.size() - 1);
+}
+
+std::uint32_t Compiler::Emit(Op op, std::uint32_t a, std::uint32_t b, FunctionFn fn) {
+    const std::uint32_t out = op == Op::CheckVariable ? 0 : Register();
+    p_.steps.push_back(Step{op, out, a, b, fn});
+    return out;
+}
+
+std::uint32_t Compiler::Message(std::string text) {
+    p_.messages.push_back(std::move(text));
+    return static_cast<std::uint32_t>(p_.messages.size() - 1);
+}
+
+// A filled entry as a number: a partial result or a number literal; anything else is invalid.
+std::uint32_t Compiler::Read(int pos) {
+    if (pos < 0) throw Failure{eqerr::InvalidEquation, "Invalid Equation"};
+    const Entry& e = work_[Ix(pos)];
+    if (e.state == Entry::State::Number) return e.reg;
+    const Token& t = TokenAt(pos);
+    if (t.kind != TokenKind::Number || t.numberError == eqerr::InvalidEquation)
+        throw Failure{eqerr::InvalidEquation, "Invalid Equation"};
+    if (t.numberError != 0) throw Failure{t.numberError, {}};
+    return Register(t.number);
+}
+
+// "^", ">" and "<" outrank the unary minus, so their right operand may still be a "~":
+// it is evaluated first, so that 2^-1 is 0.5 and 1>-3 is 0.001.
+std::uint32_t Compiler::ReadOperand(int pos) {
+    if (IsPendingMinus(pos)) NegateChain(pos);
+    return Read(pos);
+}
+
+// Negates the operand of the "~" at pos, first evaluating any "~" behind it (--2 is 2).
+void Compiler::NegateChain(int pos) {
+    std::vector<int> chain{pos};
+    for (int p = NextFilled(pos); IsPendingMinus(p); p = NextFilled(p)) chain.push_back(p);
+    for (auto it = chain.rbegin(); it != chain.rend(); ++it) {
+        int operand = NextFilled(*it);
+        const std::uint32_t v = Read(operand);
+        work_[Ix(*it)] = Entry::Result(Emit(Op::Negate, v));
+        work_[Ix(operand)] = Entry{};
+    }
+}
+
+void Compiler::Binary(int pos, char op) {
+    int a = PreviousFilled(pos);
+    int b = NextFilled(pos);
+    const std::uint32_t x = ReadOperand(a);
+    const std::uint32_t y = ReadOperand(b);
+    work_[Ix(pos)] = Entry::Result(Emit(BinaryOp(op), x, y));
+    work_[Ix(a)] = Entry{};
+    work_[Ix(b)] = Entry{};
+}
+
+// The step after an opening parenthesis is its ")": both carry the same priority, and
+// within a priority the openings and closings of one depth alternate from left to right.
+int Compiler::ClosingOf(std::size_t step) const {
+    if (step + 1 >= f_.order.size()) throw Failure{eqerr::InvalidEquation, "Invalid Equation"};
+    int close = f_.order[step + 1];
+    if (work_[Ix(close)].state != Entry::State::Token || TokenAt(close).kind != TokenKind::Close)
+        throw Failure{eqerr::InvalidEquation, "Invalid Equation"};
+    return close;
+}
+
+// A parenthesis takes the place of its content: no step, the entry moves.
+void Compiler::Group(int pos, int close) {
+    int inner = NextFilled(pos);
+    if (inner >= 0 && inner < close) {
+        work_[Ix(pos)] = work_[Ix(inner)];
+        work_[Ix(inner)] = Entry{};
+    } else {
+        work_[Ix(pos)] = Entry::Result(Register(0));
+    }
+    work_[Ix(close)] = Entry{};
+}
+
+// The first and the last argument are used; arguments between them stay where they are.
+void Compiler::Function(int pos, int close) {
+    const std::string& opener = TokenAt(pos).text;
+    int first = NextFilled(pos);
+    if (first < 0 || first >= close)
+        throw Failure{eqerr::InvalidArguments, "Invalid arguments to function: " + opener + ")"};
+    int last = PreviousFilled(close);
+    const std::uint32_t x = Read(first);
+    const std::uint32_t y = Read(last);
+    FunctionFn fn = FindFunction(opener);
+    if (!fn) throw Failure{eqerr::UndefinedFunction, "Sorry Undefined Function: " + opener + ")"};
+    work_[Ix(first)] = work_[Ix(last)] = work_[Ix(close)] = Entry{};
+    work_[Ix(pos)] = Entry::Result(Emit(Op::Call, x, y, fn));
+}
+
+// A variable's value is read once per solve; each place that names it checks it is defined.
+std::uint32_t Compiler::VariableRegister(const std::string& name) {
+    auto [it, added] = variableRegisters_.try_emplace(name, 0);
+    if (added) {
+        it->second = Register();
+        p_.inputs.push_back(Program::Input{variables_.SlotOf(name), it->second});
+    }
+    return it->second;
+}
+
+void Compiler::Name(int pos) {
+    const std::string& name = TokenAt(pos).text;
+    double v = 0;
+    std::uint32_t reg = 0;
+    if (name == "rnd") {
+        reg = Emit(Op::Random);
+    } else if (FindConstant(name, v)) {
+        reg = Register(v);
+    } else {
+        reg = VariableRegister(name);
+        Emit(Op::CheckVariable, variables_.SlotOf(name).index, Message("Undefined Variable: " + name));
+    }
+    work_[Ix(pos)] = Entry::Result(reg);
+}
+
+void Compiler::Collapse() {
+    for (std::size_t step = 0; step < f_.order.size(); ++step) {
+        int pos = f_.order[step];
+        // A "~" already taken as the operand of a higher step leaves its entry consumed.
+        if (work_[Ix(pos)].state != Entry::State::Token) continue;
+        const Token& t = TokenAt(pos);
+        switch (t.kind) {
+            case TokenKind::Operator:
+                if (t.IsUnaryMinus())
+                    NegateChain(pos);
+                else
+                    Binary(pos, t.op());
+                break;
+            case TokenKind::Open:
+            case TokenKind::Opener: {
+                int close = ClosingOf(step);
+                ++step;  // the ")" is taken together with its opening
+                if (t.kind == TokenKind::Open)
+                    Group(pos, close);
+                else
+                    Function(pos, close);
+                break;
+            }
+            case TokenKind::Name: Name(pos); break;
+            default: throw Failure{eqerr::InvalidEquation, "Invalid Equation"};
+        }
+    }
+    p_.result = Read(NextFilled(-1));
+}
+
+Program Compiler::Run() {
+    try {
+        Collapse();
+    } catch (const Failure& f) {
+        p_.steps.push_back(Step{Op::Raise, 0, static_cast<std::uint32_t>(f.number), Message(f.description)});
+    }
+    for (const Step& s : p_.steps)
+        if (s.op != Op::CheckVariable) p_.unchecked.push_back(s);
+    return std::move(p_);
+}
+
+}  // namespace
+
+Program Compile(const ParsedFormula& formula, Variables& variables) { return Compiler(formula, variables).Run(); }
+
+}  // namespace quillet::expr

@@ -1,0 +1,54 @@
+#pragma once
+// A formula compiled once into a flat list of steps over numbered registers. The order in
+// which the collapse consumes and fills entries depends only on the formula, so a solve is
+// one pass over the steps: no allocation, no text, no search.
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "expr/functions.h"
+#include "expr/random.h"
+#include "expr/variables.h"
+
+namespace quillet::expr {
+
+enum class Op : std::uint8_t {
+    Add, Sub, Mul, Div, IntDiv, IntMod, Pow,
+    TimesTenTo,       // ">": a * 10^b
+    TimesTenToMinus,  // "<": a * 10^-b
+    Negate,
+    Random,         // the constant "rnd"
+    Call,           // a function of the table with its first and last argument
+    CheckVariable,  // raises 1102 when the variable in slot `a` is undefined
+    Raise,          // raises number `a`; always the last step
+};
+
+struct Step {
+    Op op = Op::Raise;
+    std::uint32_t out = 0;  // the register written
+    std::uint32_t a = 0;    // registers read; slot, number or message where the op says so
+    std::uint32_t b = 0;    // for CheckVariable and Raise: the message
+    FunctionFn fn = nullptr;
+};
+
+struct Program {
+    // Each variable the formula names is read into its register once per solve.
+    struct Input {
+        VarSlot slot;
+        std::uint32_t reg;
+    };
+
+    std::vector<Step> steps;
+    // The same steps without the variable checks, for a solve where every input is defined.
+    std::vector<Step> unchecked;
+    std::vector<Input> inputs;
+    // Literals and constants are filled in once; the steps write the rest.
+    std::vector<double> registers;
+    std::vector<std::string> messages;
+    std::uint32_t result = 0;
+
+    // Raises the numbered errors of the expression class, at the step where they arise.
+    double Run(const Variables& variables, bool degrees, SingleRandom& random);
+};
+
+}  // namespace quillet::expr

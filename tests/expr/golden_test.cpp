@@ -1,0 +1,97 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "env/errors.h"
+#include "expr/equation.h"
+#include "golden/golden_format.h"
+
+namespace quillet::testing {
+namespace {
+
+std::vector<std::string> Fields(const std::string& line) {
+    std::vector<std::string> fields;
+    std::stringstream in(line);
+    for (std::string f; std::getline(in, f, '\t');) fields.push_back(f);
+    return fields;
+}
+
+// Each line was written by tests/expr/golden/generate.cpp: the formula solved three times on
+// one object as X changes, the third time with q defined and Degrees flipped, then at the
+// sweep's X values. Every other line goes through the array call, one X at a time.
+TEST(GoldenResults, EveryGeneratedFormulaGivesItsRecordedResultBitForBit) {
+#ifndef __GLIBC__
+    GTEST_SKIP() << "the recorded bits come from the GNU C library's math functions";
+#endif
+    std::ifstream in(std::string(QUILLET_TEST_DATA) + "/expr/formulas.golden");
+    ASSERT_TRUE(in) << "golden file missing";
+    int lines = 0, mismatches = 0;
+    for (std::string line; std::getline(in, line); ++lines) {
+        const auto f = Fields(line);
+        ASSERT_EQ(f.size(), 9u) << line;
+        const bool degrees = f[0] == "1";
+        clsEquation eq;
+        eq.Degrees(degrees);
+        eq.Var("y", 2.5);
+        eq.Var("x2", 5);
+        const expr::VarSlot x = eq.Slot("x");
+        eq.Equation(f[1]);
+        auto at = [&](double xv) {
+            return golden::Outcome([&] {
+                double y = 0;
+                if (lines % 2) {
+                    eq.Solutions(x, {&xv, 1}, {&y, 1});
+                    return y;
+                }
+                eq.Var(x, xv);
+                return eq.Solution();
+            });
+        };
+        for (std::size_t solve = 0; solve < 3; ++solve) {
+            if (solve == 2) {
+                eq.Var("q", -0.75);
+                eq.Degrees(!degrees);
+            }
+            const std::string got = at(std::strtod(f[2 + 2 * solve].c_str(), nullptr));
+            if (got != f[3 + 2 * solve] && ++mismatches <= 10)
+                ADD_FAILURE() << f[1] << " at x=" << f[2 + 2 * solve] << ": " << got << " instead of "
+                              << f[3 + 2 * solve];
+        }
+        std::uint64_t hash = golden::kHashStart;
+        for (double xv : golden::kSweepX) golden::Hash(hash, at(xv));
+        char hex[20];
+        std::snprintf(hex, sizeof hex, "%016llx", static_cast<unsigned long long>(hash));
+        if (hex != f[8] && ++mismatches <= 10) ADD_FAILURE() << f[1] << ": the sweep's outcomes differ";
+    }
+    EXPECT_EQ(lines, 3000);
+    EXPECT_EQ(mismatches, 0);
+}
+
+TEST(Solutions, StopAtTheFailingXAndKeepTheSlotUsable) {
+    clsEquation eq;
+    const expr::VarSlot x = eq.Slot(" x ");
+    eq.Equation("1/x+rnd*0");
+    const std::vector<double> xs{2, 0, 4};
+    std::vector<double> ys{-1, -1, -1};
+    try {
+        eq.Solutions(x, xs, ys);
+        ADD_FAILURE() << "no error";
+    } catch (const RuntimeError& e) {
+        EXPECT_EQ(e.number(), 11);
+    }
+    EXPECT_EQ(ys, (std::vector<double>{0.5, -1, -1}));
+    EXPECT_EQ(eq.Var("x"), 0);
+    eq.VarRemove("x");
+    EXPECT_THROW(eq.Solution(), RuntimeError);
+    eq.Var(x, 8);
+    EXPECT_EQ(eq.Solution(), 0.125);
+}
+
+}  // namespace
+}  // namespace quillet::testing
