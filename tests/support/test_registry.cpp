@@ -1,6 +1,6 @@
 #include "support/test_registry.h"
 
-#include <cstdlib>
+#include <stdexcept>
 
 #ifdef _WIN32
 #include <windows.h>
@@ -15,17 +15,21 @@ namespace quillet::testing {
 namespace {
 const char* const kScratchParent = "Software\\Quillet tests";
 
+[[noreturn]] void Fail(const std::string& what, LONG code) {
+    throw std::runtime_error(what + " failed with registry error " + std::to_string(code));
+}
+
 HKEY MakeKey(HKEY parent, const std::string& name, DWORD options) {
     HKEY key = nullptr;
-    if (RegCreateKeyExA(parent, name.c_str(), 0, nullptr, options, KEY_ALL_ACCESS, nullptr, &key, nullptr) !=
-        ERROR_SUCCESS)
-        std::abort();
+    LONG rc = RegCreateKeyExA(parent, name.c_str(), 0, nullptr, options, KEY_ALL_ACCESS, nullptr, &key, nullptr);
+    if (rc != ERROR_SUCCESS) Fail("creating the scratch key " + name, rc);
     return key;
 }
 
-// Points a predefined root at `target` for this process; nullptr restores the real one.
+// Points a predefined root at `target` for this process.
 void Redirect(HKEY root, void* target) {
-    if (RegOverridePredefKey(root, static_cast<HKEY>(target)) != ERROR_SUCCESS) std::abort();
+    if (LONG rc = RegOverridePredefKey(root, static_cast<HKEY>(target)); rc != ERROR_SUCCESS)
+        Fail("redirecting a root key", rc);
 }
 }  // namespace
 
@@ -42,8 +46,8 @@ TestRegistry::TestRegistry(const std::string&, Store store) : inner_(MakePlatfor
 }
 
 TestRegistry::~TestRegistry() {
-    Redirect(HKEY_CLASSES_ROOT, nullptr);
-    Redirect(HKEY_CURRENT_USER, nullptr);
+    RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr);
+    RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
     RegCloseKey(static_cast<HKEY>(classes_));
     RegCloseKey(static_cast<HKEY>(user_));
     RegDeleteTreeA(HKEY_CURRENT_USER, scratch_.c_str());
