@@ -27,7 +27,8 @@ TEST_F(FileTypes, ThePresentationTypeNeedsItsProgramInTheParentFolder) {
     RegisterFileTypesOnFirstStart(env, 0, parent);
     EXPECT_EQ(Class(".prz"), "f32main.exe");
     EXPECT_EQ(Class("f32main.exe"), "MV Presentation");
-    EXPECT_EQ(Class("f32main.exe\\shell\\open\\command"), "\"" + NativePath(parent + "/f32main.exe") + "\" %1");
+    EXPECT_EQ(Class("f32main.exe\\shell\\open\\command"),
+              "\"" + NativePath(parent + "/f32main.exe") + "\" %1");
 }
 
 TEST_F(FileTypes, AFolderGetsOneSeparatorAndAnIconItsIndex) {
@@ -37,7 +38,8 @@ TEST_F(FileTypes, AFolderGetsOneSeparatorAndAnIconItsIndex) {
     AssociateFileType(env, "abc", "/opt/tools/", "Tool.exe", "Tool file", "");
     EXPECT_EQ(Class("Tool.exe\\shell\\open\\command"), "\"/opt/tools/Tool.exe\" %1");
     AssociateFileType(env, "abc", "/opt/tools", "Tool.exe", "Tool file", "");
-    EXPECT_EQ(Class("Tool.exe\\shell\\open\\command"), "\"/opt/tools" + NativePath("/") + "Tool.exe\" %1");
+    EXPECT_EQ(Class("Tool.exe\\shell\\open\\command"),
+              "\"/opt/tools" + NativePath("/") + "Tool.exe\" %1");
 }
 
 TEST_F(FileTypes, SetClassKeyValueGivesTheLastRegistryResult) {

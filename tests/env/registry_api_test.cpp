@@ -64,17 +64,22 @@ TEST_F(RegistryApi, ValueNamesIgnoreCaseAndKeepTheirFirstSpelling) {
     EXPECT_EQ(GetRegValue(env, reg::CurrentUser, "software\\VANTOREL\\quillet", "fileIn", reg::Sz),
               RegValue(std::string("b.Fit")));
     if (kHiveFiles) {
-        EXPECT_EQ(CurrentUserFile(), "REGEDIT4\n\n[HKEY_CURRENT_USER\\Software\\Vantorel\\Quillet]\n"
-                                     "\"FileIn\"=\"b.Fit\"\n\n");
+        EXPECT_EQ(CurrentUserFile(),
+                  "REGEDIT4\n\n[HKEY_CURRENT_USER\\Software\\Vantorel\\Quillet]\n"
+                  "\"FileIn\"=\"b.Fit\"\n\n");
     }
 }
 
 TEST_F(RegistryApi, WritesNeverCreateKeysNorReportFailures) {
+    const std::string before = CurrentUserFile();
     SetRegValue(env, reg::CurrentUser, "Software\\Missing", "x", reg::Sz, std::string("1"));
     SetRegValue(env, reg::CurrentUser, kKey, "x", 2, std::string("1"));
     EXPECT_FALSE(KeyExists(env, reg::CurrentUser, "Software\\Missing"));
     for (std::uint32_t type : {reg::Sz, reg::Binary, reg::Dword})
         EXPECT_EQ(GetRegValue(env, reg::CurrentUser, kKey, "x", type, 7), RegValue(7)) << type;
+    if (kHiveFiles) {
+        EXPECT_EQ(CurrentUserFile(), before);
+    }
 }
 
 TEST_F(RegistryApi, UnsupportedTypeRaisesOnlyWhenTheKeyOpens) {

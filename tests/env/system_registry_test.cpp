@@ -31,18 +31,20 @@ class SystemRegistry : public RegistryFixture {
         registry.Enter();
         char data[8192];
         DWORD type = 0, size = sizeof data;
-        if (RegGetValueA(HKEY_CURRENT_USER, kKey.c_str(), name.c_str(), RRF_RT_ANY | RRF_NOEXPAND, &type, data,
-                         &size) != ERROR_SUCCESS)
+        if (RegGetValueA(HKEY_CURRENT_USER, kKey.c_str(), name.c_str(), RRF_RT_ANY | RRF_NOEXPAND,
+                         &type, data, &size) != ERROR_SUCCESS)
             return {REG_NONE, "<unreadable>"};
         return {type, std::string(data, size)};
     }
     void WriteAsAnotherProgram(const std::string& name, DWORD type, const std::string& bytes) {
         registry.Enter();
         HKEY key = nullptr;
-        ASSERT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, kKey.c_str(), 0, KEY_SET_VALUE, &key), ERROR_SUCCESS);
-        EXPECT_EQ(RegSetValueExA(key, name.c_str(), 0, type, reinterpret_cast<const BYTE*>(bytes.data()),
-                                 static_cast<DWORD>(bytes.size())),
+        ASSERT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, kKey.c_str(), 0, KEY_SET_VALUE, &key),
                   ERROR_SUCCESS);
+        EXPECT_EQ(
+            RegSetValueExA(key, name.c_str(), 0, type, reinterpret_cast<const BYTE*>(bytes.data()),
+                           static_cast<DWORD>(bytes.size())),
+            ERROR_SUCCESS);
         RegCloseKey(key);
     }
     RegValue Read(std::uint32_t type) {
@@ -94,8 +96,8 @@ TEST_F(SystemRegistry, AValueNameKeepsItsFirstSpelling) {
     ASSERT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, kKey.c_str(), 0, KEY_READ, &key), ERROR_SUCCESS);
     std::vector<std::string> names;
     char name[256];
-    for (DWORD i = 0, size = sizeof name; RegEnumValueA(key, i, name, &size, nullptr, nullptr, nullptr, nullptr) ==
-                                          ERROR_SUCCESS;
+    for (DWORD i = 0, size = sizeof name;
+         RegEnumValueA(key, i, name, &size, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
          ++i, size = sizeof name)
         names.push_back(name);
     RegCloseKey(key);
@@ -120,19 +122,23 @@ TEST(SystemClassesRoot, FirstStartFileTypesLandUnderTheClassesRoot) {
     auto classText = [](const std::string& key) {
         char text[1024] = {};
         LONG size = sizeof text;
-        if (RegQueryValueA(HKEY_CLASSES_ROOT, key.c_str(), text, &size) != ERROR_SUCCESS) return std::string("<missing>");
+        if (RegQueryValueA(HKEY_CLASSES_ROOT, key.c_str(), text, &size) != ERROR_SUCCESS)
+            return std::string("<missing>");
         return std::string(text);
     };
     EXPECT_EQ(classText(".Fit"), "MyEditor.bat");
     EXPECT_EQ(classText(".MV"), "MyEditor.bat");
     EXPECT_EQ(classText(".plt"), "Dravik-XYplots");
     EXPECT_EQ(classText("MyEditor.bat"), "Fit Input file");
-    EXPECT_EQ(classText("MyEditor.bat\\shell\\open\\command"), "\"" + dir.path() + "\\MyEditor.bat\" %1");
+    EXPECT_EQ(classText("MyEditor.bat\\shell\\open\\command"),
+              "\"" + dir.path() + "\\MyEditor.bat\" %1");
     EXPECT_EQ(classText(".prz"), "<missing>");
     // The classes root is a view of the machine's and the user's classes: the keys are in one.
     HKEY key = nullptr;
-    bool stored = RegOpenKeyExA(HKEY_LOCAL_MACHINE, "Software\\Classes\\.Fit", 0, KEY_READ, &key) == ERROR_SUCCESS ||
-                  RegOpenKeyExA(HKEY_CURRENT_USER, "Software\\Classes\\.Fit", 0, KEY_READ, &key) == ERROR_SUCCESS;
+    bool stored = RegOpenKeyExA(HKEY_LOCAL_MACHINE, "Software\\Classes\\.Fit", 0, KEY_READ, &key) ==
+                      ERROR_SUCCESS ||
+                  RegOpenKeyExA(HKEY_CURRENT_USER, "Software\\Classes\\.Fit", 0, KEY_READ, &key) ==
+                      ERROR_SUCCESS;
     EXPECT_TRUE(stored);
     if (stored) RegCloseKey(key);
     for (const char* k : keys) RegDeleteTreeA(HKEY_CLASSES_ROOT, k);

@@ -62,7 +62,8 @@ TEST(WindowsShortPath, OnlyAPathThatIsAlreadyShortComesBackAsItIs) {
 }
 #else
 TEST(WindowsCommandLine, IsWindowsOnly) {
-    GTEST_SKIP() << "Linux runs the script through /bin/sh, without a command interpreter reading the line";
+    GTEST_SKIP()
+        << "Linux runs the script through /bin/sh, without a command interpreter reading the line";
 }
 
 TEST(WindowsShortPath, IsWindowsOnly) {

@@ -56,8 +56,9 @@ HANDLE Inherited(const std::string& path, DWORD access, DWORD disposition) {
                        FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
-int Run(const std::string& program, const std::vector<std::string>& args, const std::string& workingDir,
-        const std::string& inPath, const std::string& outPath, const std::string& errPath) {
+int Run(const std::string& program, const std::vector<std::string>& args,
+        const std::string& workingDir, const std::string& inPath, const std::string& outPath,
+        const std::string& errPath) {
     std::string commandLine = Quoted(program);
     for (const auto& a : args) commandLine += " " + Quoted(a);
     STARTUPINFOA si{};
@@ -67,8 +68,9 @@ int Run(const std::string& program, const std::vector<std::string>& args, const 
     si.hStdOutput = Inherited(outPath, GENERIC_WRITE, CREATE_ALWAYS);
     si.hStdError = Inherited(errPath, GENERIC_WRITE, CREATE_ALWAYS);
     PROCESS_INFORMATION pi{};
-    BOOL started = CreateProcessA(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                                  workingDir.empty() ? nullptr : workingDir.c_str(), &si, &pi);
+    BOOL started =
+        CreateProcessA(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                       workingDir.empty() ? nullptr : workingDir.c_str(), &si, &pi);
     for (HANDLE h : {si.hStdInput, si.hStdOutput, si.hStdError}) CloseHandle(h);
     if (!started) return -1;
     WaitForSingleObject(pi.hProcess, INFINITE);
@@ -94,8 +96,9 @@ std::string TempName(const char* tag) {
     return std::string(name) + tag;
 }
 
-int Run(const std::string& program, const std::vector<std::string>& args, const std::string& workingDir,
-        const std::string& inPath, const std::string& outPath, const std::string& errPath) {
+int Run(const std::string& program, const std::vector<std::string>& args,
+        const std::string& workingDir, const std::string& inPath, const std::string& outPath,
+        const std::string& errPath) {
     pid_t pid = ::fork();
     if (pid == 0) {
         int in = ::open(inPath.c_str(), O_RDONLY);
@@ -117,13 +120,16 @@ int Run(const std::string& program, const std::vector<std::string>& args, const 
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-std::string AsText(std::string bytes) { return bytes; }
+std::string AsText(std::string bytes) {
+    return bytes;
+}
 #endif
 }  // namespace
 
 CommandResult RunProgram(const std::string& program, const std::vector<std::string>& args,
                          const std::string& input, const std::string& workingDir) {
-    const std::string inPath = TempName(".in"), outPath = TempName(".out"), errPath = TempName(".err");
+    const std::string inPath = TempName(".in"), outPath = TempName(".out"),
+                      errPath = TempName(".err");
     { std::ofstream(inPath, std::ios::binary) << input; }
     CommandResult r;
     r.status = Run(program, args, workingDir, inPath, outPath, errPath);

@@ -21,7 +21,8 @@ const char* const kScratchParent = "Software\\Quillet tests";
 
 HKEY MakeKey(HKEY parent, const std::string& name, DWORD options) {
     HKEY key = nullptr;
-    LONG rc = RegCreateKeyExA(parent, name.c_str(), 0, nullptr, options, KEY_ALL_ACCESS, nullptr, &key, nullptr);
+    LONG rc = RegCreateKeyExA(parent, name.c_str(), 0, nullptr, options, KEY_ALL_ACCESS, nullptr,
+                              &key, nullptr);
     if (rc != ERROR_SUCCESS) Fail("creating the scratch key " + name, rc);
     return key;
 }
@@ -73,31 +74,39 @@ TestRegistry::TestRegistry(const std::string& hiveFolder, Store store)
 
 TestRegistry::~TestRegistry() = default;
 
-RegistryBackend& TestRegistry::Enter() { return *inner_; }
+RegistryBackend& TestRegistry::Enter() {
+    return *inner_;
+}
 #endif
 
-long TestRegistry::OpenKey(RootKey root, const std::string& subKey, std::uint32_t access, KeyHandle& key) {
+long TestRegistry::OpenKey(RootKey root, const std::string& subKey, std::uint32_t access,
+                           KeyHandle& key) {
     return Enter().OpenKey(root, subKey, access, key);
 }
-long TestRegistry::CreateKey(RootKey root, const std::string& subKey, std::uint32_t access, KeyHandle& key,
-                             std::uint32_t& disposition) {
+long TestRegistry::CreateKey(RootKey root, const std::string& subKey, std::uint32_t access,
+                             KeyHandle& key, std::uint32_t& disposition) {
     return Enter().CreateKey(root, subKey, access, key, disposition);
 }
-long TestRegistry::QueryValue(KeyHandle key, const std::string& name, std::uint32_t& type, unsigned char* data,
-                              std::uint32_t& count) {
+long TestRegistry::QueryValue(KeyHandle key, const std::string& name, std::uint32_t& type,
+                              unsigned char* data, std::uint32_t& count) {
     return Enter().QueryValue(key, name, type, data, count);
 }
-long TestRegistry::SetValue(KeyHandle key, const std::string& name, std::uint32_t type, const unsigned char* data,
-                            std::uint32_t count) {
+long TestRegistry::SetValue(KeyHandle key, const std::string& name, std::uint32_t type,
+                            const unsigned char* data, std::uint32_t count) {
     return Enter().SetValue(key, name, type, data, count);
 }
-long TestRegistry::CloseKey(KeyHandle key) { return Enter().CloseKey(key); }
+long TestRegistry::CloseKey(KeyHandle key) {
+    return Enter().CloseKey(key);
+}
 long TestRegistry::CreateKeyPlain(RootKey root, const std::string& subKey, KeyHandle& key) {
     return Enter().CreateKeyPlain(root, subKey, key);
 }
-long TestRegistry::SetDefaultText(KeyHandle key, const std::string& subKey, const std::string& text) {
+long TestRegistry::SetDefaultText(KeyHandle key, const std::string& subKey,
+                                  const std::string& text) {
     return Enter().SetDefaultText(key, subKey, text);
 }
-std::vector<std::string> TestRegistry::TakeNotices() { return Enter().TakeNotices(); }
+std::vector<std::string> TestRegistry::TakeNotices() {
+    return Enter().TakeNotices();
+}
 
 }  // namespace quillet::testing

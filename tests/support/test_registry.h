@@ -11,7 +11,7 @@
 namespace quillet::testing {
 
 class TestRegistry : public RegistryBackend {
-public:
+  public:
     // A refusing store cannot create any key: its folder lies under a file (Linux), its
     // scratch key is volatile and so takes no lasting sub-keys (Windows).
     enum class Store { Usable, Refusing };
@@ -20,13 +20,14 @@ public:
     TestRegistry(const TestRegistry&) = delete;
     TestRegistry& operator=(const TestRegistry&) = delete;
 
-    long OpenKey(RootKey root, const std::string& subKey, std::uint32_t access, KeyHandle& key) override;
+    long OpenKey(RootKey root, const std::string& subKey, std::uint32_t access,
+                 KeyHandle& key) override;
     long CreateKey(RootKey root, const std::string& subKey, std::uint32_t access, KeyHandle& key,
                    std::uint32_t& disposition) override;
-    long QueryValue(KeyHandle key, const std::string& name, std::uint32_t& type, unsigned char* data,
-                    std::uint32_t& count) override;
-    long SetValue(KeyHandle key, const std::string& name, std::uint32_t type, const unsigned char* data,
-                  std::uint32_t count) override;
+    long QueryValue(KeyHandle key, const std::string& name, std::uint32_t& type,
+                    unsigned char* data, std::uint32_t& count) override;
+    long SetValue(KeyHandle key, const std::string& name, std::uint32_t type,
+                  const unsigned char* data, std::uint32_t count) override;
     long CloseKey(KeyHandle key) override;
     long CreateKeyPlain(RootKey root, const std::string& subKey, KeyHandle& key) override;
     long SetDefaultText(KeyHandle key, const std::string& subKey, const std::string& text) override;
@@ -36,8 +37,7 @@ public:
     // store is used. Every call above does it first.
     RegistryBackend& Enter();
 
-private:
-
+  private:
     std::unique_ptr<RegistryBackend> inner_;
     std::string scratch_;  // Windows: the scratch key under the real HKEY_CURRENT_USER
     void* user_ = nullptr;
