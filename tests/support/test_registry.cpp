@@ -40,10 +40,11 @@ TestRegistry::TestRegistry(const std::string&, Store store) : inner_(MakePlatfor
                std::to_string(++count);
     RegDeleteTreeA(HKEY_CURRENT_USER, scratch_.c_str());
     const DWORD options = store == Store::Refusing ? REG_OPTION_VOLATILE : REG_OPTION_NON_VOLATILE;
-    RegCloseKey(MakeKey(HKEY_CURRENT_USER, kScratchParent, REG_OPTION_NON_VOLATILE));
-    HKEY user = MakeKey(HKEY_CURRENT_USER, scratch_, options);
-    user_ = user;
-    classes_ = MakeKey(user, "Classes", options);
+    // The scratch key itself lasts, so that a volatile store never makes its parents volatile.
+    HKEY scratch = MakeKey(HKEY_CURRENT_USER, scratch_, REG_OPTION_NON_VOLATILE);
+    user_ = MakeKey(scratch, "User", options);
+    classes_ = MakeKey(static_cast<HKEY>(user_), "Classes", options);
+    RegCloseKey(scratch);
 }
 
 TestRegistry::~TestRegistry() {
