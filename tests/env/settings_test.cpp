@@ -1,12 +1,15 @@
 #include "env/settings.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <cctype>
-#include <filesystem>
 
 #include "env/errors.h"
+#include "env/file_assoc.h"
 #include "env/mdlRegistryAPI.h"
+#include "env/paths.h"
+#include "env/text.h"
 #include "registry_fixture.h"
 
 namespace quillet::testing {
@@ -27,12 +30,14 @@ class Settings : public RegistryFixture {
     }
 };
 
-TEST_F(Settings, TheCompanyKeyIsTheProductKeyCutAtItsLastBackslash) {
-    EXPECT_EQ(kProductKey, kProduct);
-    EXPECT_EQ(kCompanyKey, kCompany);
-}
-
 TEST_F(Settings, GetFileInRegistryKeepsTheNameAndOnlyARelativeUserPath) {
+    CreateKey(env, reg::CurrentUser, kCompany);  // without the product key nothing is restored
+    std::string userPath = "kept";
+    env.parentDir = "untouched";
+    EXPECT_EQ(GetFileInRegistry(env, userPath), "");
+    EXPECT_EQ(userPath, "kept");
+    EXPECT_EQ(env.parentDir, "untouched");
+
     struct Case {
         const char *fileIn, *userPath, *name, *restoredPath;
     };
@@ -42,21 +47,12 @@ TEST_F(Settings, GetFileInRegistryKeepsTheNameAndOnlyARelativeUserPath) {
           Case{"/home/x/b.Fit", "/abs", "b.Fit", "demos"}, Case{"", "", "", "demos"}}) {
         Store(kProduct, "FileIn", c.fileIn);
         Store(kProduct, "userPath", c.userPath);
-        std::string userPath = "before";
+        userPath = "before";
         env.parentDir.clear();
         EXPECT_EQ(GetFileInRegistry(env, userPath), c.name);
         EXPECT_EQ(userPath, c.restoredPath);
         EXPECT_EQ(env.parentDir, NativePath(env.programDir + "/.."));
     }
-}
-
-TEST_F(Settings, WithoutTheProductKeyNothingIsRestored) {
-    CreateKey(env, reg::CurrentUser, kCompany);
-    std::string userPath = "kept";
-    env.parentDir = "untouched";
-    EXPECT_EQ(GetFileInRegistry(env, userPath), "");
-    EXPECT_EQ(userPath, "kept");
-    EXPECT_EQ(env.parentDir, "untouched");
 }
 
 TEST_F(Settings, StartUpValuesTakeTheirDefaults) {
@@ -117,15 +113,10 @@ TEST_F(Settings, StartIniReportsEachFailureAndGoesOn) {
     dialogs.Answer(mb::OK).Answer(mb::OK);
     std::string runMode;
     Start_INI(env, runMode);
-    ASSERT_EQ(dialogs.boxes.size(), 2u);
-    const std::string text =
-        "Unexpected error #76 occured: Path not found\r\nPath =" + env.programDir +
-        "\r\n.  Suggest re-installing Quillet.";
-    for (const ShownBox& box : dialogs.boxes) {
-        EXPECT_EQ(box.text, text);
-        EXPECT_EQ(box.title, "In 'Start_INI' routine ...");
-        EXPECT_EQ(box.style, 16);
-    }
+    const ShownBox box{"Unexpected error #76 occured: Path not found\r\nPath =" + env.programDir +
+                           "\r\n.  Suggest re-installing Quillet.",
+                       "In 'Start_INI' routine ...", 16};
+    EXPECT_EQ(dialogs.boxes, (std::vector<ShownBox>{box, box}));
     EXPECT_EQ(env.currentFolder, "/");
 }
 
@@ -136,32 +127,27 @@ class FailingRegistry : public TestRegistry {
     long OpenKey(RootKey, const std::string&, std::uint32_t, KeyHandle&) override { Raise(57); }
 };
 
-TEST_F(Settings, GetFileInRegistryReportsACorruptRegistry) {
+TEST_F(Settings, AFailingRegistryIsReportedAndTheProgramGoesOn) {
     FailingRegistry failing(hives);
     env.registry = &failing;
     dialogs.Answer(mb::OK);
     std::string userPath = "kept";
     EXPECT_EQ(GetFileInRegistry(env, userPath), "");
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text,
-              "Unexpected error #57 occured: Device I/O error\r\nIt seems some Registry entry is "
-              "corrupt!  Re-installing this \r\nQuillet program is the easiest fix.");
-    EXPECT_EQ(dialogs.boxes[0].title, "In 'GetFileInRegistry' routine ...");
-    EXPECT_EQ(dialogs.boxes[0].style, 16);
     EXPECT_EQ(env.parentDir, NativePath(env.programDir + "/.."));
-}
 
-TEST_F(Settings, PutFileInRegistryReportsARefusedKeyAndGoesOn) {
     TestRegistry blocked(dir / "blocker", TestRegistry::Store::Refusing);
     env.registry = &blocked;
     dialogs.Answer(mb::OK);
     PutFileInRegistry(env, "a.Fit", "demos");
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].text,
-              "Unexpected error #1001 occured: Unable to create the registry key\r\nIt seems some "
-              "Registry entry is "
-              "corrupt!  Re-installing this \r\nQuillet\xE2\x84\xA2 program is the easiest fix.");
-    EXPECT_EQ(dialogs.boxes[0].title, "In 'PutFileInRegistry'");
+    EXPECT_EQ(dialogs.boxes,
+              (std::vector<ShownBox>{
+                  {"Unexpected error #57 occured: Device I/O error\r\nIt seems some Registry entry "
+                   "is corrupt!  Re-installing this \r\nQuillet program is the easiest fix.",
+                   "In 'GetFileInRegistry' routine ...", 16},
+                  {"Unexpected error #1001 occured: Unable to create the registry key\r\nIt seems "
+                   "some Registry entry is corrupt!  Re-installing this \r\nQuillet\xE2\x84\xA2 "
+                   "program is the easiest fix.",
+                   "In 'PutFileInRegistry'", 16}}));
 
     env.registry = &registry;
     PutFileInRegistry(env, "a.Fit", "user");
@@ -180,6 +166,89 @@ TEST_F(Settings, ADamagedHiveIsShownOnceWhenSettingsAreRead) {
     EXPECT_NE(dialogs.boxes[0].text.find("HKEY_CURRENT_USER.reg.damaged-"), std::string::npos);
     EXPECT_EQ(GetPauseTime(env), "20");
     EXPECT_TRUE(KeyExists(env, reg::CurrentUser, kProduct));
+}
+
+// A first, second and third start of the program on an empty hive, as start-up and exit call
+// the settings and file-type routines, and the hive files a person then finds.
+struct Session {
+    std::string pause, fileIn, userPath = "demos", runMode = "unset";  // Start_INI sets it
+    std::int16_t runCount = -1;
+};
+
+class Starts : public RegistryFixture {
+  protected:
+    Session Start() {
+        TestRegistry fresh(hives);  // each start is a new program
+        env.registry = &fresh;
+        Session s;
+        EnsureSettingsKeys(env);
+        s.pause = GetPauseTime(env);
+        s.runCount = GetRunCount(env);
+        s.fileIn = GetFileInRegistry(env, s.userPath);
+        Start_INI(env, s.runMode);
+        RegisterFileTypesOnFirstStart(env, s.runCount, JoinPath(env.programDir, ".."));
+        env.registry = &registry;
+        return s;
+    }
+    void Exit(Session& s, const std::string& dataFolder) {
+        SaveSettingsAtExit(env, s.runMode, dataFolder, s.userPath, s.runCount);
+    }
+    ino_t ClassesRootInode() {
+        struct stat st {};
+        return ::stat((hives + "/HKEY_CLASSES_ROOT.reg").c_str(), &st) == 0 ? st.st_ino : 0;
+    }
+};
+
+TEST_F(Starts, FirstAndSecondStartOnAnEmptyHive) {
+    if (!kHiveFiles) GTEST_SKIP() << kNoHiveFiles;
+    Session first = Start();
+    EXPECT_EQ(first.pause, "20");
+    EXPECT_EQ(first.runCount, 0);
+    EXPECT_EQ(first.fileIn, "");
+    EXPECT_EQ(first.userPath, "demos");
+    EXPECT_EQ(first.runMode, " ");
+    EXPECT_TRUE(std::filesystem::is_directory(env.programDir + "/User"));
+    EXPECT_EQ(env.currentFolder, env.programDir);
+    Exit(first, env.programDir + "/demos");
+    EXPECT_EQ(first.runCount, 1);
+    EXPECT_EQ(
+        CurrentUserFile(),
+        "REGEDIT4\n\n[HKEY_CURRENT_USER\\Software\\Vantorel\\Quillet]\n\"RunCount\"=\"1\"\n\n");
+    EXPECT_EQ(ReplaceAll(ClassesRootFile(), dir.path(), "<tmp>"),
+              "REGEDIT4\n\n"
+              "[HKEY_CLASSES_ROOT\\.Fit]\n@=\"MyEditor.bat\"\n\n"
+              "[HKEY_CLASSES_ROOT\\.MV]\n@=\"MyEditor.bat\"\n\n"
+              "[HKEY_CLASSES_ROOT\\.Out]\n@=\"MyEditor.bat\"\n\n"
+              "[HKEY_CLASSES_ROOT\\.plt]\n@=\"Dravik-XYplots\"\n\n"
+              "[HKEY_CLASSES_ROOT\\Dravik-XYplots]\n@=\"XYplot file\"\n\n"
+              "[HKEY_CLASSES_ROOT\\Dravik-XYplots\\shell\\open\\command]\n"
+              "@=\"\\\"<tmp>/Quillet/../Dravik-XYplots\\\" %1\"\n\n"
+              "[HKEY_CLASSES_ROOT\\MyEditor.bat]\n@=\"Fit Input file\"\n\n"
+              "[HKEY_CLASSES_ROOT\\MyEditor.bat\\shell\\open\\command]\n"
+              "@=\"\\\"<tmp>/Quillet/../MyEditor.bat\\\" %1\"\n\n");
+
+    const ino_t classes = ClassesRootInode();
+    Session second = Start();
+    EXPECT_EQ(second.pause, "20");
+    EXPECT_EQ(second.runCount, 1);
+    EXPECT_EQ(ClassesRootInode(), classes) << "file types are written on the first start only";
+    // A run in between stores the last file, the user path and the plot file.
+    PutFileInRegistry(env, "a.Fit", "user\\fits");
+    MakePlotFileName(env, "a.Fit");
+    Exit(second, env.programDir + "/user/fits");
+    EXPECT_EQ(second.userPath, "user/fits");
+    EXPECT_EQ(CurrentUserFile(),
+              "REGEDIT4\n\n"
+              "[HKEY_CURRENT_USER\\Software\\Vantorel]\n"
+              "\"ProgramPath\"=\"\\\\Quillet\"\n\"plotFile\"=\"a.plt\"\n\n"
+              "[HKEY_CURRENT_USER\\Software\\Vantorel\\Quillet]\n"
+              "\"RunCount\"=\"2\"\n\"FileIn\"=\"a.Fit\"\n\"userPath\"=\"user\\\\fits\"\n\n");
+
+    Session third = Start();
+    EXPECT_EQ(third.runCount, 2);
+    EXPECT_EQ(third.fileIn, "a.Fit");
+    EXPECT_EQ(third.userPath, "user\\fits");
+    EXPECT_EQ(ClassesRootInode(), classes);
 }
 
 }  // namespace

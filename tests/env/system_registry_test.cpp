@@ -47,9 +47,6 @@ class SystemRegistry : public RegistryFixture {
             ERROR_SUCCESS);
         RegCloseKey(key);
     }
-    RegValue Read(std::uint32_t type) {
-        return GetRegValue(env, reg::CurrentUser, kKey, "v", type, std::string("default"));
-    }
 };
 
 TEST_F(SystemRegistry, TextsAreStoredWithTheirTerminatingZero) {
@@ -84,7 +81,9 @@ TEST_F(SystemRegistry, ValuesOtherProgramsWroteAreReadByTheSameRules) {
     };
     for (const Case& c : cases) {
         WriteAsAnotherProgram("v", c.type, c.bytes);
-        EXPECT_EQ(Read(c.asked), c.expected) << c.bytes.size() << " bytes of type " << c.type;
+        EXPECT_EQ(GetRegValue(env, reg::CurrentUser, kKey, "v", c.asked, std::string("default")),
+                  c.expected)
+            << c.bytes.size() << " bytes of type " << c.type;
     }
 }
 

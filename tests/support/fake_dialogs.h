@@ -2,6 +2,7 @@
 // A scripted Dialogs: answers come from a queue; every box is recorded. A box nobody
 // scripted, or answers left unused, fail the test.
 #include <deque>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,11 @@ struct ShownBox {
     std::string text;
     std::string title;
     int style;
+    bool operator==(const ShownBox&) const = default;
 };
+inline void PrintTo(const ShownBox& b, std::ostream* os) {
+    *os << "{'" << b.text << "', '" << b.title << "', " << b.style << "}";
+}
 
 class FakeDialogs : public Dialogs {
 public:

@@ -1,13 +1,17 @@
-#ifdef _WIN32
+// The Linux registry's hive files: what a person wrote, what a program writes, damaged and cut
+// files, and two processes writing one hive at once.
 #include <gtest/gtest.h>
-
+#ifdef _WIN32
 TEST(HiveFile, IsTheLinuxRegistry) {
     GTEST_SKIP() << "Windows keeps the registry in the system, not in hive files";
 }
 #else
-#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
-#include <filesystem>
+#include <chrono>
+#include <set>
+#include <sstream>
 
 #include "env/file_registry_posix.h"
 #include "env/mdlRegistryAPI.h"
@@ -26,6 +30,12 @@ class HiveFile : public RegistryFixture {
         return RegText(
             GetRegValue(env, reg::CurrentUser, key, name, reg::Sz, std::string("<missing>")));
     }
+    // A fresh hive folder holding only the current user's file with `bytes`.
+    void Hive(const std::string& bytes) {
+        fs::remove_all(hives);
+        fs::create_directory(hives);
+        WriteBytes(file, bytes);
+    }
     std::vector<fs::path> SetAside() {
         std::vector<fs::path> found;
         for (auto& e : fs::directory_iterator(hives))
@@ -38,21 +48,13 @@ class HiveFile : public RegistryFixture {
 
 TEST_F(HiveFile, ReadsAFileAPersonWrote) {
     WriteBytes(file,
-               "\xEF\xBB\xBFREGEDIT4\r\n"
-               "; settings kept by hand\r\n"
-               "[hkey_current_user\\software\\vantorel]\r\n"
-               "\"tPause\" = \"30\"   \r\n"
-               "\"Path\"=\"C:\\\\work\\\\\\\"q\\\"\"\r\n"
-               "\"Plain\"=\"C:\\work\"\r\n"
-               "@=\"default\"\r\n"
-               "\"Count\"=dword:0000002a\r\n"
-               "\"Blob\"=hex:01,02,\\\r\n"
-               "  03\r\n"
-               "\"Old\"=\"gone\"\r\n"
-               "\"Old\"=-\r\n"
+               "\xEF\xBB\xBFREGEDIT4\r\n; settings kept by hand\r\n"
+               "[hkey_current_user\\software\\vantorel]\r\n\"tPause\" = \"30\"   \r\n"
+               "\"Path\"=\"C:\\\\work\\\\\\\"q\\\"\"\r\n\"Plain\"=\"C:\\work\"\r\n@=\"default\"\r\n"
+               "\"Count\"=dword:0000002a\r\n\"Blob\"=hex:01,02,\\\r\n  03\r\n"
+               "\"NoBytes\"=hex:\r\n\"Blank\"=\"\"\r\n\"Old\"=\"gone\"\r\n\"Old\"=-\r\n"
                "\"Text\"=hex(1):61,0a,62,00\r\n"
-               "[HKEY_CURRENT_USER\\Software\\Removed]\r\n"
-               "\"x\"=\"1\"\r\n"
+               "[HKEY_CURRENT_USER\\Software\\Removed]\r\n\"x\"=\"1\"\r\n"
                "[-HKEY_CURRENT_USER\\Software\\Removed]\r\n");
     const std::string key = "Software\\Vantorel";
     EXPECT_EQ(Text(key, "TPAUSE"), "30");
@@ -62,6 +64,8 @@ TEST_F(HiveFile, ReadsAFileAPersonWrote) {
     EXPECT_EQ(GetRegValue(env, reg::CurrentUser, key, "Count", reg::Dword), RegValue(42));
     EXPECT_EQ(GetRegValue(env, reg::CurrentUser, key, "Blob", reg::Binary),
               RegValue(Bytes{1, 2, 3}));
+    EXPECT_EQ(Text(key, "NoBytes"), "<missing>") << "an empty value keeps the default";
+    EXPECT_EQ(Text(key, "Blank"), "");
     EXPECT_EQ(Text(key, "Old"), "<missing>");
     EXPECT_EQ(Text(key, "Text"), "a\nb");
     EXPECT_FALSE(KeyExists(env, reg::CurrentUser, "Software\\Removed"));
@@ -69,9 +73,9 @@ TEST_F(HiveFile, ReadsAFileAPersonWrote) {
 }
 
 TEST_F(HiveFile, WritesTheExportFormat) {
-    CreateKey(env, reg::CurrentUser, "Software\\Vantorel\\Quillet");
-    CreateKey(env, reg::CurrentUser, "Software\\Vantorel-Tools");
-    CreateKey(env, reg::CurrentUser, "Software\\Empty");
+    for (const char* key :
+         {"Software\\Vantorel\\Quillet", "Software\\Vantorel-Tools", "Software\\Empty"})
+        CreateKey(env, reg::CurrentUser, key);
     const std::string key = "Software\\Vantorel";
     SetRegValue(env, reg::CurrentUser, key, "Quote \"q\"", reg::Sz, std::string("C:\\a \"b\""));
     SetRegValue(env, reg::CurrentUser, key, "Lines", reg::Sz, std::string("a\nb"));
@@ -83,23 +87,18 @@ TEST_F(HiveFile, WritesTheExportFormat) {
     SetRegValue(env, reg::CurrentUser, "Software\\Vantorel\\Quillet", "RunCount", reg::Sz,
                 std::string("3"));
     EXPECT_EQ(ReadBytes(file),
-              "REGEDIT4\n"
-              "\n"
-              "[HKEY_CURRENT_USER\\Software\\Empty]\n"
-              "\n"
+              "REGEDIT4\n\n"
+              "[HKEY_CURRENT_USER\\Software\\Empty]\n\n"
               "[HKEY_CURRENT_USER\\Software\\Vantorel]\n"
               "@=\"first\"\n"
               "\"Quote \\\"q\\\"\"=\"C:\\\\a \\\"b\\\"\"\n"
               "\"Lines\"=hex(1):61,0a,62,00\n"
               "\"Count\"=dword:fffffffe\n"
               "\"Blob\"=hex:00,01,02,03,04,05,06,07,08,09,0a,0b,0c,0d,0e,0f,10,11,12,13,14,15,\\\n"
-              "  16,17,18,19,1a,1b,1c,1d\n"
-              "\n"
+              "  16,17,18,19,1a,1b,1c,1d\n\n"
               "[HKEY_CURRENT_USER\\Software\\Vantorel\\Quillet]\n"
-              "\"RunCount\"=\"3\"\n"
-              "\n"
-              "[HKEY_CURRENT_USER\\Software\\Vantorel-Tools]\n"
-              "\n");
+              "\"RunCount\"=\"3\"\n\n"
+              "[HKEY_CURRENT_USER\\Software\\Vantorel-Tools]\n\n");
     FileRegistry again(hives);
     env.registry = &again;
     EXPECT_EQ(GetRegValue(env, reg::CurrentUser, key, "Blob", reg::Binary), RegValue(blob));
@@ -110,26 +109,18 @@ TEST_F(HiveFile, WritesTheExportFormat) {
 // Every way a file can be broken: it reads as empty keys, is kept aside byte for byte,
 // is reported once, and the next write starts a fresh file.
 TEST_F(HiveFile, ADamagedFileIsSetAsideAndReportedOnce) {
-    const std::vector<std::string> damaged = {"",
-                                              "REGEDIT",
-                                              std::string("\0\x01\xff garbage\n\n", 13),
-                                              "[HKEY_CURRENT_USER\\K]\n\"v\"=\"1\"\n",
-                                              "REGEDIT4\n\"v\"=\"1\"\n",
-                                              "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=\"1\n",
-                                              "REGEDIT4\n[HKEY_LOCAL_MACHINE\\K]\n",
-                                              "REGEDIT4\n[HKEY_CURRENT_USER\\K\n",
-                                              "REGEDIT4\n[HKEY_CURRENT_USER\\\\K]\n",
-                                              "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=hex:1,2\n",
-                                              "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=dword:123\n",
-                                              "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=hex:01,\\\n",
-                                              "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"=word:1\n",
-                                              "REGEDIT4\n[HKEY_CURRENT_USER\\K]\nv=\"1\"\n",
-                                              "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n\"v\"\"1\"\n"};
+    std::vector<std::string> damaged = {std::string("\0\x01\xff garbage\n\n", 13)};
+    for (const char* bytes :
+         {"", "REGEDIT", "[HKEY_CURRENT_USER\\K]\n\"v\"=\"1\"\n", "REGEDIT4\n\"v\"=\"1\"\n",
+          "REGEDIT4\n[HKEY_LOCAL_MACHINE\\K]\n", "REGEDIT4\n[HKEY_CURRENT_USER\\K\n",
+          "REGEDIT4\n[HKEY_CURRENT_USER\\\\K]\n"})
+        damaged.push_back(bytes);
+    for (const char* value : {"\"v\"=\"1\n", "\"v\"=hex:1,2\n", "\"v\"=dword:123\n",
+                              "\"v\"=hex:01,\\\n", "\"v\"=word:1\n", "v=\"1\"\n", "\"v\"\"1\"\n"})
+        damaged.push_back("REGEDIT4\n[HKEY_CURRENT_USER\\K]\n" + std::string(value));
     for (const std::string& bytes : damaged) {
         SCOPED_TRACE(bytes);
-        fs::remove_all(hives);
-        fs::create_directory(hives);
-        WriteBytes(file, bytes);
+        Hive(bytes);
         EXPECT_FALSE(KeyExists(env, reg::CurrentUser, "K"));
         auto aside = SetAside();
         ASSERT_EQ(aside.size(), 1u);
@@ -153,9 +144,7 @@ TEST_F(HiveFile, ATruncatedFileNeverLosesWhatItHeld) {
     int readable = 0;
     for (std::size_t cut = 0; cut < full.size(); ++cut) {
         SCOPED_TRACE(cut);
-        fs::remove_all(hives);
-        fs::create_directory(hives);
-        WriteBytes(file, full.substr(0, cut));
+        Hive(full.substr(0, cut));
         std::string path = Text("Software\\Vantorel", "ProgramPath");
         if (fs::exists(file)) {
             EXPECT_EQ(ReadBytes(file), full.substr(0, cut));
@@ -189,6 +178,75 @@ TEST_F(HiveFile, OpenKeysKeepTheirRightsAndNeverRecreateARemovedKey) {
     EXPECT_EQ(ReadBytes(file), "REGEDIT4\n");
     EXPECT_EQ(registry.CloseKey(reader), reg::Success);
     EXPECT_EQ(registry.CloseKey(reader), reg::InvalidHandle);
+}
+
+const std::string kHammered = "Software\\Vantorel\\Hammer";
+
+std::string ValueName(int who, int n) {
+    return std::string(1, static_cast<char>('A' + who)) + "-" + std::to_string(n);
+}
+
+// Waits for the start signal, then writes "<who>-<n>" = n for n = 1, 2, ... for up to ten
+// seconds; reports its number and how many it wrote through `report`. Never returns.
+[[noreturn]] void Hammer(const std::string& hives, int who, int startSignal, int report) {
+    char go;
+    if (::read(startSignal, &go, 1) != 0) ::_exit(3);  // released when the write end closes
+    FileRegistry registry(hives);
+    Env env;
+    env.registry = &registry;
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    int written = 0;
+    while (written < 3000 && std::chrono::steady_clock::now() < end) {
+        ++written;
+        SetRegValue(env, reg::CurrentUser, kHammered, ValueName(who, written), reg::Sz,
+                    std::to_string(written));
+    }
+    int message[2] = {who, written};
+    ::_exit(::write(report, message, sizeof message) == sizeof message ? 0 : 4);
+}
+
+TEST_F(HiveFile, TwoProcessesWritingAtOnceLoseNoValue) {
+    CreateKey(env, reg::CurrentUser, kHammered);
+    int start[2], report[2];
+    ASSERT_EQ(::pipe(start), 0);
+    ASSERT_EQ(::pipe(report), 0);
+    std::vector<pid_t> pids;
+    for (int who = 0; who < 2; ++who) {
+        pid_t pid = ::fork();
+        ASSERT_GE(pid, 0);
+        if (pid == 0) {
+            ::close(start[1]);
+            ::close(report[0]);
+            Hammer(hives, who, start[0], report[1]);
+        }
+        pids.push_back(pid);
+    }
+    for (int end : {start[0], report[1], start[1]}) ::close(end);  // both start now
+
+    int counts[2] = {};
+    for (pid_t pid : pids) {
+        int status = 0;
+        ASSERT_EQ(::waitpid(pid, &status, 0), pid);
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "writer status " << status;
+        int message[2] = {};
+        ASSERT_EQ(::read(report[0], message, sizeof message), static_cast<ssize_t>(sizeof message));
+        counts[message[0]] = message[1];
+    }
+    ::close(report[0]);
+
+    // One look at the file: each query would read all of it again.
+    std::set<std::string> lines;
+    std::istringstream hive(ReadBytes(file));
+    for (std::string line; std::getline(hive, line);) lines.insert(line);
+    for (int who = 0; who < 2; ++who) {
+        EXPECT_GT(counts[who], 10) << "writer " << who << " hardly ran";
+        int missing = 0;
+        for (int n = 1; n <= counts[who]; ++n)
+            missing += !lines.count("\"" + ValueName(who, n) + "\"=\"" + std::to_string(n) + "\"");
+        EXPECT_EQ(missing, 0) << "of " << counts[who] << " values of writer " << who;
+    }
+    EXPECT_EQ(lines.size(), static_cast<std::size_t>(counts[0] + counts[1]) + 3)
+        << "the header, the key and a blank line";
 }
 
 }  // namespace

@@ -1,0 +1,146 @@
+// The registry's four operations and the file types, in a store of the test's own.
+#include <gtest/gtest.h>
+
+#include "env/errors.h"
+#include "env/file_assoc.h"
+#include "env/mdlRegistryAPI.h"
+#include "registry_fixture.h"
+
+namespace quillet::testing {
+namespace {
+
+using Bytes = std::vector<unsigned char>;
+const std::string kKey = "Software\\Vantorel\\Quillet";
+
+// The number and description of the error `call` raised.
+template <class F>
+std::string Raised(F call) {
+    try {
+        call();
+    } catch (const RuntimeError& e) {
+        return std::to_string(e.number()) + " " + e.description();
+    }
+    return "no error raised";
+}
+
+class Registry : public RegistryFixture {
+  protected:
+    Registry() { CreateKey(env, reg::CurrentUser, kKey); }
+    RegValue RoundTrip(std::uint32_t type, const RegValue& value) {
+        SetRegValue(env, reg::CurrentUser, kKey, "Value", type, value);
+        return GetRegValue(env, reg::CurrentUser, kKey, "Value", type, std::string("default"));
+    }
+    std::string Class(const std::string& key) {
+        return RegText(
+            GetRegValue(env, reg::ClassesRoot, key, "", reg::Sz, std::string("<missing>")));
+    }
+};
+
+TEST_F(Registry, CreateKeyMakesParentsAndTellsWhetherTheKeyWasThere) {
+    EXPECT_FALSE(CreateKey(env, reg::CurrentUser, "A\\B\\C"));
+    EXPECT_TRUE(CreateKey(env, reg::CurrentUser, "a\\b\\c"));
+    EXPECT_TRUE(KeyExists(env, reg::CurrentUser, "A\\b"));
+    EXPECT_FALSE(KeyExists(env, reg::CurrentUser, "A\\X"));
+    EXPECT_FALSE(KeyExists(env, reg::ClassesRoot, "A"));
+}
+
+// Each check reads back a value that differs from the one before, so a refused write shows.
+TEST_F(Registry, ValuesRoundTripWithinTheirLimits) {
+    for (const std::string& text :
+         {std::string(), std::string("a.Fit"), std::string("C:\\work\\a.Fit"),
+          std::string("say \"hi\"\t"),
+          std::string("Gr\xC3\xBC\xC3\x9F"
+                      "e"),
+          std::string("two\r\nlines"), std::string(1023, 'x'), std::string("\\Dravik"),
+          std::string("\\Drx"), std::string("\\dr"), std::string("Dr")})
+        EXPECT_EQ(RoundTrip(reg::Sz, text), RegValue(text)) << text;
+    EXPECT_EQ(RoundTrip(reg::Sz, std::string(1024, 'x')), RegValue(std::string("default")));
+    EXPECT_EQ(RoundTrip(reg::Sz, std::string("\\Dr")), RegValue(std::string("\\Dravik")))
+        << "the sibling folder stub reads as its full name";
+
+    Bytes full(4096);
+    for (std::size_t i = 0; i < full.size(); ++i) full[i] = static_cast<unsigned char>(i * 7);
+    EXPECT_EQ(RoundTrip(reg::Binary, full), RegValue(full));
+    EXPECT_EQ(RoundTrip(reg::Binary, Bytes{}), RegValue(Bytes{}));
+    EXPECT_EQ(RoundTrip(reg::Binary, Bytes(4097)), RegValue(std::string("default")));
+    for (std::int32_t n : {0, -1, INT32_MIN, 0x12345678})
+        EXPECT_EQ(RoundTrip(reg::Dword, n), RegValue(n));
+    EXPECT_EQ(RoundTrip(reg::Dword, std::string(" 42 ")), RegValue(42));
+    EXPECT_EQ(RoundTrip(reg::Dword, std::string("no number")), RegValue(42))
+        << "a failed conversion writes nothing";
+}
+
+TEST_F(Registry, ValueNamesIgnoreCaseAndKeepTheirFirstSpelling) {
+    SetRegValue(env, reg::CurrentUser, kKey, "FileIn", reg::Sz, std::string("a.Fit"));
+    SetRegValue(env, reg::CurrentUser, kKey, "FILEIN", reg::Sz, std::string("b.Fit"));
+    EXPECT_EQ(GetRegValue(env, reg::CurrentUser, "software\\VANTOREL\\quillet", "fileIn", reg::Sz),
+              RegValue(std::string("b.Fit")));
+    if (kHiveFiles) {
+        EXPECT_EQ(CurrentUserFile(),
+                  "REGEDIT4\n\n[HKEY_CURRENT_USER\\Software\\Vantorel\\Quillet]\n"
+                  "\"FileIn\"=\"b.Fit\"\n\n");
+    }
+}
+
+TEST_F(Registry, WritesNeverCreateKeysNorReportFailures) {
+    const std::string before = CurrentUserFile();
+    SetRegValue(env, reg::CurrentUser, "Software\\Missing", "x", reg::Sz, std::string("1"));
+    SetRegValue(env, reg::CurrentUser, kKey, "x", 2, std::string("1"));
+    EXPECT_FALSE(KeyExists(env, reg::CurrentUser, "Software\\Missing"));
+    for (std::uint32_t type : {reg::Sz, reg::Binary, reg::Dword})
+        EXPECT_EQ(GetRegValue(env, reg::CurrentUser, kKey, "x", type, 7), RegValue(7)) << type;
+    if (kHiveFiles) {
+        EXPECT_EQ(CurrentUserFile(), before);
+    }
+}
+
+TEST_F(Registry, AnUnsupportedTypeOnAnOpenKeyAndARefusedKeyRaise1001) {
+    EXPECT_EQ(GetRegValue(env, reg::CurrentUser, "Software\\Missing", "x", 2, 5), RegValue(5));
+    EXPECT_EQ(Raised([&] { GetRegValue(env, reg::CurrentUser, kKey, "x", 2); }),
+              "1001 Unsupported value type");
+    TestRegistry blocked(dir / "blocker", TestRegistry::Store::Refusing);
+    env.registry = &blocked;
+    EXPECT_EQ(Raised([&] { CreateKey(env, reg::CurrentUser, kKey); }),
+              "1001 Unable to create the registry key");
+}
+
+TEST_F(Registry, ThePresentationTypeNeedsItsProgramInTheParentFolder) {
+    const std::string parent = NativePath(dir / "Quillet/..");
+    RegisterFileTypesOnFirstStart(env, 0, parent);
+    EXPECT_EQ(Class(".Fit"), "MyEditor.bat");
+    EXPECT_EQ(Class(".prz"), "<missing>");
+    EXPECT_EQ(Class("f32main.exe"), "<missing>");
+
+    WriteBytes(dir / "f32main.exe", "");
+    RegisterFileTypesOnFirstStart(env, 0, parent);
+    EXPECT_EQ(Class(".prz"), "f32main.exe");
+    EXPECT_EQ(Class("f32main.exe"), "MV Presentation");
+    EXPECT_EQ(Class("f32main.exe\\shell\\open\\command"),
+              "\"" + NativePath(parent + "/f32main.exe") + "\" %1");
+}
+
+TEST_F(Registry, AFileTypeFolderGetsOneSeparatorAndAnIconItsIndex) {
+    AssociateFileType(env, "abc", "C:\\Tools\\", "Tool.exe", "Tool file", "C:\\Tools\\tool.ico");
+    EXPECT_EQ(Class("Tool.exe\\shell\\open\\command"), "\"C:\\Tools\\Tool.exe\" %1");
+    EXPECT_EQ(Class("Tool.exe\\DefaultIcon"), "C:\\Tools\\tool.ico,0");
+    AssociateFileType(env, "abc", "/opt/tools/", "Tool.exe", "Tool file", "");
+    EXPECT_EQ(Class("Tool.exe\\shell\\open\\command"), "\"/opt/tools/Tool.exe\" %1");
+    AssociateFileType(env, "abc", "/opt/tools", "Tool.exe", "Tool file", "");
+    EXPECT_EQ(Class("Tool.exe\\shell\\open\\command"),
+              "\"/opt/tools" + NativePath("/") + "Tool.exe\" %1");
+}
+
+TEST_F(Registry, SetClassKeyValueGivesTheLastRegistryResult) {
+    EXPECT_EQ(SetClassKeyValue(env, "-2147483648", "K", "", "own"), 0);
+    EXPECT_EQ(SetClassKeyValue(env, "-2147483648", "K", "Sub", "below"), 0);
+    EXPECT_EQ(Class("K"), "own");
+    EXPECT_EQ(Class("K\\Sub"), "below");
+
+    TestRegistry blocked(dir / "blocker", TestRegistry::Store::Refusing);
+    env.registry = &blocked;
+    EXPECT_EQ(SetClassKeyValue(env, "-2147483648", "K", "", "x"), 6)
+        << "closing the key that was never made";
+}
+
+}  // namespace
+}  // namespace quillet::testing
