@@ -9,21 +9,6 @@ namespace quillet::expr {
 
 void RaiseArithmetic(int number) { RaiseEq(number); }
 
-double Exp(double x) { return Finite(std::exp(x)); }
-
-double Log(double x) {
-    if (!(x > 0)) RaiseEq(err::InvalidCall);
-    return std::log(x);
-}
-
-double Sqr(double x) {
-    if (x < 0) RaiseEq(err::InvalidCall);
-    return std::sqrt(x);
-}
-
-double Atn(double x) { return std::atan(x); }
-double Sgn(double x) { return x > 0 ? 1 : x < 0 ? -1 : 0; }
-
 std::int32_t RoundToLong(double x) {
     double r = std::nearbyint(x);
     if (!(r >= std::numeric_limits<std::int32_t>::min() && r <= std::numeric_limits<std::int32_t>::max()))

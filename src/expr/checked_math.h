@@ -2,10 +2,12 @@
 // Double arithmetic that raises the classic run-time errors instead of producing
 // infinities or NaNs: 11 for a division by zero (6 for 0/0), 6 for a result that is not
 // finite or an integer that does not fit 32 bits, 5 for a root or logarithm outside its domain.
+// The small ones are inline: the compiled formula calls them once per step.
 #include <cmath>
 #include <cstdint>
 
 #include "env/errors.h"
+#include "expr/square.h"
 
 namespace quillet::expr {
 
@@ -25,13 +27,28 @@ inline double Div(double a, double b) {
         RaiseArithmetic(a == 0 ? err::Overflow : err::DivisionByZero);
     return Finite(a / b);
 }
-inline double Pow(double a, double b) { return Finite(std::pow(a, b)); }
-
-double Exp(double x);
-double Log(double x);
-double Sqr(double x);
-double Atn(double x);
-double Sgn(double x);
+// a^2 exactly as pow gives it, mostly without calling it.
+inline double Square(double a) {
+    double square;
+    if (SquareAsPowGivesIt(a, square)) return square;
+    // Hidden from the optimizer, which would otherwise turn pow(a, 2) into a * a.
+    volatile double two = 2;
+    return Finite(std::pow(a, two));
+}
+inline double Pow(double a, double b) { return b == 2 ? Square(a) : Finite(std::pow(a, b)); }
+inline double Exp(double x) { return Finite(std::exp(x)); }
+inline double Log(double x) {
+    if (!(x > 0)) [[unlikely]]
+        RaiseArithmetic(err::InvalidCall);
+    return std::log(x);
+}
+inline double Sqr(double x) {
+    if (x < 0) [[unlikely]]
+        RaiseArithmetic(err::InvalidCall);
+    return std::sqrt(x);
+}
+inline double Atn(double x) { return std::atan(x); }
+inline double Sgn(double x) { return x > 0 ? 1 : x < 0 ? -1 : 0; }
 
 // Rounds to the nearest 32-bit integer, halves to the even neighbour.
 std::int32_t RoundToLong(double x);

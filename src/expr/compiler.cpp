@@ -1,5 +1,6 @@
 #include "expr/compiler.h"
 
+#include <cmath>
 #include <map>
 
 #include "expr/errors.h"
@@ -40,6 +41,20 @@ Op BinaryOp(char op) {
     }
 }
 
+// Functions common in fitted models have an op of their own.
+Op OpOf(std::string_view opener) {
+    if (opener == "exp(") return Op::Exp;
+    if (opener == "sin(") return Op::Sin;
+    if (opener == "cos(") return Op::Cos;
+    return Op::Call;
+}
+
+// Plus or minus 2^k with both it and its reciprocal normal numbers.
+bool IsPowerOfTwo(double v) {
+    int exponent = 0;
+    return std::fabs(std::frexp(v, &exponent)) == 0.5 && exponent >= -1020 && exponent <= 1022;
+}
+
 class Compiler {
 public:
     Compiler(const ParsedFormula& f, Variables& v);
@@ -52,7 +67,8 @@ private:
     bool IsPendingMinus(int pos) const;
     int NextFilled(int pos) const;
     int PreviousFilled(int pos) const;
-    std::uint32_t Register(double initial = 0);
+    std::uint32_t Register(double initial = 0, bool constant = false);
+    std::uint32_t Arithmetic(Op op, std::uint32_t a, std::uint32_t b);
     std::uint32_t Emit(Op op, std::uint32_t a = 0, std::uint32_t b = 0, FunctionFn fn = nullptr);
     std::uint32_t Message(std::string text);
     std::uint32_t Read(int pos);
@@ -70,6 +86,7 @@ private:
     Variables& variables_;
     std::vector<Entry> work_;
     Program p_;
+    std::vector<bool> constant_;  // per register: fixed by the formula alone
     std::map<std::string, std::uint32_t, std::less<>> variableRegisters_;
 };
 
@@ -96,14 +113,33 @@ int Compiler::PreviousFilled(int pos) const {
     return -1;
 }
 
-std::uint32_t Compiler::Register(double initial) {
+std::uint32_t Compiler::Register(double initial, bool constant) {
     p_.registers.push_back(initial);
+    constant_.push_back(constant);
     return static_cast<std::uint32_t>(p_.registers.size() - 1);
+}
+
+// Arithmetic on constants is done once, here, by the same code a step runs. One that raises
+// stays a step, so that its error comes at its turn.
+std::uint32_t Compiler::Arithmetic(Op op, std::uint32_t a, std::uint32_t b) {
+    if (op == Op::Pow && constant_[b] && p_.registers[b] == 2) op = Op::Square;
+    // Dividing by a power of two is multiplying by its reciprocal, to the last bit.
+    if (op == Op::Div && constant_[b] && IsPowerOfTwo(p_.registers[b])) {
+        op = Op::Mul;
+        b = Register(1 / p_.registers[b], true);
+    }
+    if (constant_[a] && constant_[b]) {
+        try {
+            return Register(expr::Arithmetic(op, p_.registers[a], p_.registers[b]), true);
+        } catch (const RuntimeError&) {
+        }
+    }
+    return Emit(op, a, b);
 }
 
 std::uint32_t Compiler::Emit(Op op, std::uint32_t a, std::uint32_t b, FunctionFn fn) {
     const std::uint32_t out = op == Op::CheckVariable ? 0 : Register();
-    p_.steps.push_back(Step{op, out, a, b, fn});
+    p_.steps.push_back(Step{op, Fresh::None, 0, out, a, b, fn});
     return out;
 }
 
@@ -121,7 +157,7 @@ std::uint32_t Compiler::Read(int pos) {
     if (t.kind != TokenKind::Number || t.numberError == eqerr::InvalidEquation)
         throw Failure{eqerr::InvalidEquation, "Invalid Equation"};
     if (t.numberError != 0) throw Failure{t.numberError, {}};
-    return Register(t.number);
+    return Register(t.number, true);
 }
 
 // "^", ">" and "<" outrank the unary minus, so their right operand may still be a "~":
@@ -138,7 +174,7 @@ void Compiler::NegateChain(int pos) {
     for (auto it = chain.rbegin(); it != chain.rend(); ++it) {
         int operand = NextFilled(*it);
         const std::uint32_t v = Read(operand);
-        work_[Ix(*it)] = Entry::Result(Emit(Op::Negate, v));
+        work_[Ix(*it)] = Entry::Result(Arithmetic(Op::Negate, v, v));
         work_[Ix(operand)] = Entry{};
     }
 }
@@ -148,7 +184,7 @@ void Compiler::Binary(int pos, char op) {
     int b = NextFilled(pos);
     const std::uint32_t x = ReadOperand(a);
     const std::uint32_t y = ReadOperand(b);
-    work_[Ix(pos)] = Entry::Result(Emit(BinaryOp(op), x, y));
+    work_[Ix(pos)] = Entry::Result(Arithmetic(BinaryOp(op), x, y));
     work_[Ix(a)] = Entry{};
     work_[Ix(b)] = Entry{};
 }
@@ -170,7 +206,7 @@ void Compiler::Group(int pos, int close) {
         work_[Ix(pos)] = work_[Ix(inner)];
         work_[Ix(inner)] = Entry{};
     } else {
-        work_[Ix(pos)] = Entry::Result(Register(0));
+        work_[Ix(pos)] = Entry::Result(Register(0, true));
     }
     work_[Ix(close)] = Entry{};
 }
@@ -187,7 +223,7 @@ void Compiler::Function(int pos, int close) {
     FunctionFn fn = FindFunction(opener);
     if (!fn) throw Failure{eqerr::UndefinedFunction, "Sorry Undefined Function: " + opener + ")"};
     work_[Ix(first)] = work_[Ix(last)] = work_[Ix(close)] = Entry{};
-    work_[Ix(pos)] = Entry::Result(Emit(Op::Call, x, y, fn));
+    work_[Ix(pos)] = Entry::Result(Emit(OpOf(opener), x, y, fn));
 }
 
 // A variable's value is read once per solve; each place that names it checks it is defined.
@@ -207,7 +243,7 @@ void Compiler::Name(int pos) {
     if (name == "rnd") {
         reg = Emit(Op::Random);
     } else if (FindConstant(name, v)) {
-        reg = Register(v);
+        reg = Register(v, true);
     } else {
         reg = VariableRegister(name);
         Emit(Op::CheckVariable, variables_.SlotOf(name).index, Message("Undefined Variable: " + name));
@@ -249,10 +285,11 @@ Program Compiler::Run() {
     try {
         Collapse();
     } catch (const Failure& f) {
-        p_.steps.push_back(Step{Op::Raise, 0, static_cast<std::uint32_t>(f.number), Message(f.description)});
+        p_.steps.push_back(
+            Step{Op::Raise, Fresh::None, 0, 0, static_cast<std::uint32_t>(f.number), Message(f.description)});
     }
-    for (const Step& s : p_.steps)
-        if (s.op != Op::CheckVariable) p_.unchecked.push_back(s);
+    p_.steps.push_back(Step{Op::End, Fresh::None, 0, 0, p_.result});
+    p_.Link();
     return std::move(p_);
 }
 

@@ -68,11 +68,10 @@ void clsEquation::Solutions(expr::VarSlot x, std::span<const double> xs, std::sp
     }
 }
 
-void clsEquation::Solve() {
+// The class's own errors and the arithmetic ones pass; anything else is "Invalid Equation".
+void clsEquation::RaiseTranslated() {
     try {
-        if (!parsed_) Parse();
-        solution_ = program_.Run(variables_, degrees_, random_);
-        needsSolving_ = false;
+        throw;
     } catch (const RuntimeError& e) {
         if (PassesThrough(e.number())) throw;
         expr::RaiseInvalidEquation();

@@ -49,13 +49,22 @@ public:
         return solution_;
     }
     // Evaluates now. On failure the error is raised and the previous solution is kept.
-    void Solve();
+    void Solve() {
+        try {
+            if (!parsed_) Parse();
+            solution_ = program_.Run(variables_, degrees_, random_);
+            needsSolving_ = false;
+        } catch (...) {
+            RaiseTranslated();
+        }
+    }
     // For each X in turn, as Var(x, X) and then Solution(): ys[i] is the solution at xs[i].
     // An error stops at the X that raised it. ys must hold at least as many values as xs.
     void Solutions(expr::VarSlot x, std::span<const double> xs, std::span<double> ys);
 
 private:
     void Parse();
+    [[noreturn]] static void RaiseTranslated();
 
     expr::Variables variables_;
     // Compiled by Parse; until the first formula, the program of an empty one.

@@ -8,7 +8,7 @@ namespace quillet::expr {
 
 namespace {
 
-double AngleIn(const FunctionCall& c) { return c.degrees ? Mul(c.x, kR) : c.x; }
+double AngleIn(const FunctionCall& c) { return expr::AngleIn(c.x, c.degrees); }
 double AngleOut(const FunctionCall& c, double radians) { return c.degrees ? Mul(radians, kD) : radians; }
 double HalfPi() { return 2 * Atn(1); }
 double ExpSum(double x) { return Add(Exp(x), Exp(-x)); }
@@ -33,14 +33,14 @@ constexpr Entry kFunctions[] = {
     {"abs(", [](const FunctionCall& c) { return std::fabs(c.x); }},
     {"atn(", [](const FunctionCall& c) { return AngleOut(c, Atn(c.x)); }},
     {"arctan(", [](const FunctionCall& c) { return AngleOut(c, Atn(c.x)); }},
-    {"cos(", [](const FunctionCall& c) { return std::cos(AngleIn(c)); }},
+    {"cos(", [](const FunctionCall& c) { return Cosine(c.x, c.degrees); }},
     {"exp(", [](const FunctionCall& c) { return Exp(c.x); }},
     {"fix(", [](const FunctionCall& c) { return std::trunc(c.x); }},
     {"int(", [](const FunctionCall& c) { return std::floor(c.x); }},
     {"log(", [](const FunctionCall& c) { return Log(c.x); }},
     {"rnd(", [](const FunctionCall& c) { return static_cast<double>(c.random.Rnd(c.x)); }},
     {"sgn(", [](const FunctionCall& c) { return Sgn(c.x); }},
-    {"sin(", [](const FunctionCall& c) { return std::sin(AngleIn(c)); }},
+    {"sin(", [](const FunctionCall& c) { return Sine(c.x, c.degrees); }},
     {"sqr(", [](const FunctionCall& c) { return Sqr(c.x); }},
     {"tan(", [](const FunctionCall& c) { return Finite(std::tan(AngleIn(c))); }},
     {"min(", [](const FunctionCall& c) { return c.x < c.y ? c.x : c.y; }},

@@ -1,7 +1,9 @@
 #pragma once
 // The built-in functions, looked up by their whole opener text ("sin("), and the constants.
+#include <cmath>
 #include <string_view>
 
+#include "expr/checked_math.h"
 #include "expr/random.h"
 
 namespace quillet::expr {
@@ -9,6 +11,12 @@ namespace quillet::expr {
 // Degree factor and radian factor, deliberately not the exact quotients of pi and 180.
 inline constexpr double kR = 0.017453292519943278;
 inline constexpr double kD = 57.29577951308238;
+
+// An angle in the current unit, in radians.
+inline double AngleIn(double x, bool degrees) { return degrees ? Mul(x, kR) : x; }
+// The table's "sin(" and "cos(", shared with the ops a compiled formula has for them.
+inline double Sine(double x, bool degrees) { return std::sin(AngleIn(x, degrees)); }
+inline double Cosine(double x, bool degrees) { return std::cos(AngleIn(x, degrees)); }
 
 struct FunctionCall {
     double x;  // the first argument

@@ -14,17 +14,29 @@ namespace quillet::expr {
 
 enum class Op : std::uint8_t {
     Add, Sub, Mul, Div, IntDiv, IntMod, Pow,
+    Square,           // "^" with the constant 2 as exponent
     TimesTenTo,       // ">": a * 10^b
     TimesTenToMinus,  // "<": a * 10^-b
     Negate,
     Random,         // the constant "rnd"
+    Exp, Sin, Cos,  // functions common in fitted models, without a call through the table
     Call,           // a function of the table with its first and last argument
     CheckVariable,  // raises 1102 when the variable in slot `a` is undefined
-    Raise,          // raises number `a`; always the last step
+    Raise,          // raises number `a`
+    End,            // closes every list of steps; the result is in register `a`
 };
+
+// The ops from Add to Negate: pure arithmetic on the values of registers a and b.
+double Arithmetic(Op op, double a, double b);
+
+// An operand that the value-producing step just before computed is taken as it comes out,
+// not stored and read back: a store followed by a load of the same place costs several cycles.
+enum class Fresh : std::uint8_t { None, A, B };
 
 struct Step {
     Op op = Op::Raise;
+    Fresh fresh = Fresh::None;
+    std::uint8_t code = 0;  // where the dispatch finds the step's work: set by Link
     std::uint32_t out = 0;  // the register written
     std::uint32_t a = 0;    // registers read; slot, number or message where the op says so
     std::uint32_t b = 0;    // for CheckVariable and Raise: the message
@@ -40,13 +52,15 @@ struct Program {
 
     std::vector<Step> steps;
     // The same steps without the variable checks, for a solve where every input is defined.
-    std::vector<Step> unchecked;
+    std::vector<Step> unchecked;  // both end with an End step
     std::vector<Input> inputs;
     // Literals and constants are filled in once; the steps write the rest.
     std::vector<double> registers;
     std::vector<std::string> messages;
     std::uint32_t result = 0;
 
+    // Marks fresh operands and sets each step's code; once, after the steps are complete.
+    void Link();
     // Raises the numbered errors of the expression class, at the step where they arise.
     double Run(const Variables& variables, bool degrees, SingleRandom& random);
 };
