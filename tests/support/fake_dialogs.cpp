@@ -7,7 +7,8 @@
 namespace quillet::testing {
 
 FakeDialogs::~FakeDialogs() {
-    EXPECT_TRUE(answers_.empty()) << answers_.size() << " scripted message box answer(s) left unused";
+    EXPECT_TRUE(answers_.empty()) << answers_.size()
+                                  << " scripted message box answer(s) left unused";
     EXPECT_TRUE(paths_.empty()) << paths_.size() << " scripted file dialog answer(s) left unused";
 }
 

@@ -21,7 +21,7 @@ inline void PrintTo(const ShownBox& b, std::ostream* os) {
 }
 
 class FakeDialogs : public Dialogs {
-public:
+  public:
     ~FakeDialogs() override;
     // The next message box is answered with `result` (mb::OK, mb::Yes, ...).
     FakeDialogs& Answer(int result);
@@ -35,7 +35,7 @@ public:
     std::vector<ShownBox> boxes;
     std::vector<FileDialogRequest> fileDialogs;
 
-private:
+  private:
     std::deque<int> answers_;
     std::deque<std::string> paths_;
 };

@@ -10,7 +10,7 @@
 namespace quillet::testing {
 
 class FormFixture : public ::testing::Test {
-protected:
+  protected:
     FormFixture();
     // Writes `bytes` to `name` in the temporary folder and returns its full path.
     std::string PutFile(const std::string& name, const std::string& bytes);

@@ -1,9 +1,6 @@
 #include "support/run_command.h"
 
-#include <cstdio>
-#include <cstdlib>
-#include <fstream>
-#include <sstream>
+#include "support/test_env.h"
 
 #ifdef _WIN32
 #include <windows.h>
@@ -16,22 +13,7 @@
 namespace quillet::testing {
 
 namespace {
-std::string Slurp(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::stringstream ss;
-    ss << in.rdbuf();
-    return ss.str();
-}
-
 #ifdef _WIN32
-std::string TempName(const char* tag) {
-    static unsigned calls = 0;
-    char folder[MAX_PATH + 1] = {};
-    GetTempPathA(sizeof folder, folder);
-    return std::string(folder) + "quillet-cmd-" + std::to_string(GetCurrentProcessId()) + "-" +
-           std::to_string(++calls) + tag;
-}
-
 // Quotes one argument so that the C runtime of the program started gives it back unchanged.
 std::string Quoted(const std::string& arg) {
     if (!arg.empty() && arg.find_first_of(" \t\"") == std::string::npos) return arg;
@@ -80,36 +62,17 @@ int Run(const std::string& program, const std::vector<std::string>& args,
     CloseHandle(pi.hProcess);
     return static_cast<int>(code);
 }
-
-// The programs print text: on Windows their line ends are CR LF, compared here as "\n".
-std::string AsText(std::string bytes) {
-    std::string out;
-    for (std::size_t i = 0; i < bytes.size(); ++i)
-        if (!(bytes[i] == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n')) out += bytes[i];
-    return out;
-}
 #else
-std::string TempName(const char* tag) {
-    char name[] = "/tmp/quillet-cmd-XXXXXX";
-    int fd = ::mkstemp(name);
-    if (fd >= 0) ::close(fd);
-    return std::string(name) + tag;
-}
-
 int Run(const std::string& program, const std::vector<std::string>& args,
         const std::string& workingDir, const std::string& inPath, const std::string& outPath,
         const std::string& errPath) {
     pid_t pid = ::fork();
     if (pid == 0) {
-        int in = ::open(inPath.c_str(), O_RDONLY);
-        int out = ::open(outPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-        int err = ::open(errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-        ::dup2(in, 0);
-        ::dup2(out, 1);
-        ::dup2(err, 2);
+        ::dup2(::open(inPath.c_str(), O_RDONLY), 0);
+        ::dup2(::open(outPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), 1);
+        ::dup2(::open(errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), 2);
         if (!workingDir.empty() && ::chdir(workingDir.c_str()) != 0) ::_exit(126);
-        std::vector<char*> argv;
-        argv.push_back(const_cast<char*>(program.c_str()));
+        std::vector<char*> argv{const_cast<char*>(program.c_str())};
         for (const auto& a : args) argv.push_back(const_cast<char*>(a.c_str()));
         argv.push_back(nullptr);
         ::execv(program.c_str(), argv.data());
@@ -119,23 +82,26 @@ int Run(const std::string& program, const std::vector<std::string>& args,
     ::waitpid(pid, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
+#endif
 
+// The programs print text: on Windows their line ends are CR LF, compared here as "\n".
 std::string AsText(std::string bytes) {
+#ifdef _WIN32
+    for (std::size_t at = 0; (at = bytes.find("\r\n", at)) != std::string::npos;)
+        bytes.erase(at, 1);
+#endif
     return bytes;
 }
-#endif
 }  // namespace
 
 CommandResult RunProgram(const std::string& program, const std::vector<std::string>& args,
                          const std::string& input, const std::string& workingDir) {
-    const std::string inPath = TempName(".in"), outPath = TempName(".out"),
-                      errPath = TempName(".err");
-    { std::ofstream(inPath, std::ios::binary) << input; }
+    TempDir files;
+    WriteBytes(files / "in", input);
     CommandResult r;
-    r.status = Run(program, args, workingDir, inPath, outPath, errPath);
-    r.out = AsText(Slurp(outPath));
-    r.err = AsText(Slurp(errPath));
-    for (const auto& p : {inPath, outPath, errPath}) std::remove(p.c_str());
+    r.status = Run(program, args, workingDir, files / "in", files / "out", files / "err");
+    r.out = AsText(ReadBytes(files / "out"));
+    r.err = AsText(ReadBytes(files / "err"));
     return r;
 }
 

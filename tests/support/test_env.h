@@ -8,18 +8,19 @@
 namespace quillet::testing {
 
 class FixedClock : public Clock {
-public:
+  public:
     // November 16, 2026 @ 1:33 AM unless told otherwise.
-    explicit FixedClock(int year = 2026, int month = 11, int day = 16, int hour = 1, int minute = 33);
+    explicit FixedClock(int year = 2026, int month = 11, int day = 16, int hour = 1,
+                        int minute = 33);
     std::tm Now() override { return t_; }
 
-private:
+  private:
     std::tm t_{};
 };
 
 // A fresh folder under the system's temporary folder, removed again at the end.
 class TempDir {
-public:
+  public:
     TempDir();
     ~TempDir();
     TempDir(const TempDir&) = delete;
@@ -28,7 +29,7 @@ public:
     // Joined with the platform's separator, as the program builds its paths.
     std::string operator/(const std::string& name) const { return path_ + kSeparator + name; }
 
-private:
+  private:
 #ifdef _WIN32
     static constexpr char kSeparator = '\\';
 #else

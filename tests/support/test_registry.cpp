@@ -80,34 +80,4 @@ RegistryBackend& TestRegistry::Enter() {
 }
 #endif
 
-long TestRegistry::OpenKey(RootKey root, const std::string& subKey, std::uint32_t access,
-                           KeyHandle& key) {
-    return Enter().OpenKey(root, subKey, access, key);
-}
-long TestRegistry::CreateKey(RootKey root, const std::string& subKey, std::uint32_t access,
-                             KeyHandle& key, std::uint32_t& disposition) {
-    return Enter().CreateKey(root, subKey, access, key, disposition);
-}
-long TestRegistry::QueryValue(KeyHandle key, const std::string& name, std::uint32_t& type,
-                              unsigned char* data, std::uint32_t& count) {
-    return Enter().QueryValue(key, name, type, data, count);
-}
-long TestRegistry::SetValue(KeyHandle key, const std::string& name, std::uint32_t type,
-                            const unsigned char* data, std::uint32_t count) {
-    return Enter().SetValue(key, name, type, data, count);
-}
-long TestRegistry::CloseKey(KeyHandle key) {
-    return Enter().CloseKey(key);
-}
-long TestRegistry::CreateKeyPlain(RootKey root, const std::string& subKey, KeyHandle& key) {
-    return Enter().CreateKeyPlain(root, subKey, key);
-}
-long TestRegistry::SetDefaultText(KeyHandle key, const std::string& subKey,
-                                  const std::string& text) {
-    return Enter().SetDefaultText(key, subKey, text);
-}
-std::vector<std::string> TestRegistry::TakeNotices() {
-    return Enter().TakeNotices();
-}
-
 }  // namespace quillet::testing

@@ -21,20 +21,33 @@ class TestRegistry : public RegistryBackend {
     TestRegistry& operator=(const TestRegistry&) = delete;
 
     long OpenKey(RootKey root, const std::string& subKey, std::uint32_t access,
-                 KeyHandle& key) override;
+                 KeyHandle& key) override {
+        return Enter().OpenKey(root, subKey, access, key);
+    }
     long CreateKey(RootKey root, const std::string& subKey, std::uint32_t access, KeyHandle& key,
-                   std::uint32_t& disposition) override;
+                   std::uint32_t& disposition) override {
+        return Enter().CreateKey(root, subKey, access, key, disposition);
+    }
     long QueryValue(KeyHandle key, const std::string& name, std::uint32_t& type,
-                    unsigned char* data, std::uint32_t& count) override;
+                    unsigned char* data, std::uint32_t& count) override {
+        return Enter().QueryValue(key, name, type, data, count);
+    }
     long SetValue(KeyHandle key, const std::string& name, std::uint32_t type,
-                  const unsigned char* data, std::uint32_t count) override;
-    long CloseKey(KeyHandle key) override;
-    long CreateKeyPlain(RootKey root, const std::string& subKey, KeyHandle& key) override;
-    long SetDefaultText(KeyHandle key, const std::string& subKey, const std::string& text) override;
-    std::vector<std::string> TakeNotices() override;
+                  const unsigned char* data, std::uint32_t count) override {
+        return Enter().SetValue(key, name, type, data, count);
+    }
+    long CloseKey(KeyHandle key) override { return Enter().CloseKey(key); }
+    long CreateKeyPlain(RootKey root, const std::string& subKey, KeyHandle& key) override {
+        return Enter().CreateKeyPlain(root, subKey, key);
+    }
+    long SetDefaultText(KeyHandle key, const std::string& subKey,
+                        const std::string& text) override {
+        return Enter().SetDefaultText(key, subKey, text);
+    }
+    std::vector<std::string> TakeNotices() override { return Enter().TakeNotices(); }
 
     // Windows: makes the two roots this store's for the system's own calls too, until another
-    // store is used. Every call above does it first.
+    // store is used.
     RegistryBackend& Enter();
 
   private:
