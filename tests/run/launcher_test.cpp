@@ -1,9 +1,12 @@
+// The run launcher: how the run script is called, from where, with what, and what it leaves
+// for the viewers; on Windows, how the command interpreter reads the line.
 #include "run/launcher.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
+#include "env/text.h"
 #include "model/form_events.h"
 #include "run/run_fixture.h"
 #include "run/submit.h"
@@ -11,8 +14,11 @@
 namespace quillet {
 namespace {
 
+namespace fs = std::filesystem;
 using testing::NativePath;
 using testing::RunFixture;
+using testing::TempDir;
+using testing::WriteBytes;
 
 // The run script beside the program, as the command line names it.
 #ifdef _WIN32
@@ -24,37 +30,48 @@ const std::string kScript = "/run-FitW.sh ";
 class Launcher : public RunFixture {};
 
 TEST_F(Launcher, SubmittedRunCallsTheScriptWithFileFolderAndWait) {
+    EXPECT_EQ(FindLastRun(s.env).outputFolder, NativePath(ProgramDir() + "/demos/output"));
+    EXPECT_EQ(FindLastRun(s.env).plotFile, "");
     SaveResponse("run1.Fit");
     s.form.tPause.text = "12";
     cmdSubmit_Click(s);
     ASSERT_TRUE(ScriptRan());
     EXPECT_EQ(RunLog(), UserDir() + "\n[run1.Fit]\n[User]\n[wait]\n");
     EXPECT_EQ(s.CommandLine, ProgramDir() + kScript + "run1.Fit User wait");
-    EXPECT_TRUE(std::filesystem::is_directory(ProgramDir() + "/User/output"));
+    EXPECT_TRUE(fs::is_directory(ProgramDir() + "/User/output"));
     EXPECT_TRUE(s.form.cmdPlots.enabled);
     EXPECT_EQ(RegText("Software\\Vantorel\\Quillet", "FileIn"), "run1.Fit");
     EXPECT_EQ(RegText("Software\\Vantorel\\Quillet", "userPath"), "User");
     EXPECT_EQ(RegText("Software\\Vantorel", "tPause"), "12");
     EXPECT_EQ(RegText("Software\\Vantorel", "plotFile"), "run1.plt");
     EXPECT_EQ(RegText("Software\\Vantorel", "ProgramPath"), "\\Quillet");
+    // The viewers find the output of the last run.
+    EXPECT_EQ(FindLastRun(s.env).outputFolder, NativePath(ProgramDir() + "/User/output"));
+    EXPECT_EQ(FindLastRun(s.env).plotFile, "run1.plt");
 }
 
-TEST_F(Launcher, AutoExitEndsTheArgumentsWithExit) {
+TEST_F(Launcher, AutoExitEndsTheArgumentsWithExitAndABlankSplitsAnArgument) {
+    s.RunMode = "*";
     SaveResponse("a.Fit");
     s.form.AutoExit.value = true;
-    s.RunMode = "*";
     FileRun2(s);
     EXPECT_EQ(RunLog(), UserDir() + "\n[a.Fit]\n[User]\n[exit]\n");
+    SaveResponse("my run.Fit");
+    s.form.AutoExit.value = false;
+    s.RunMode = "*";
+    FileRun2(s);
+    EXPECT_EQ(RunLog(), UserDir() + "\n[my]\n[run.Fit]\n[User]\n[wait]\n");
 }
 
 TEST_F(Launcher, UserFolderOutsideTheProgramFolderStaysAFullPath) {
     const std::string outside = dir / "elsewhere";
-    std::filesystem::create_directories(outside);
+    fs::create_directories(outside);
     UseUserDir(outside);
     SaveResponse("b.Fit");
     FileRun2(s);
     EXPECT_EQ(RunLog(), outside + "\n[b.Fit]\n[" + outside + "]\n[wait]\n");
-    EXPECT_TRUE(std::filesystem::is_directory(outside + "/output"));
+    EXPECT_TRUE(fs::is_directory(outside + "/output"));
+    EXPECT_EQ(FindLastRun(s.env).outputFolder, NativePath(outside + "/output"));
 }
 
 TEST_F(Launcher, RunDirEqualToTheProgramFolderGivesAnEmptyArgument) {
@@ -66,23 +83,22 @@ TEST_F(Launcher, RunDirEqualToTheProgramFolderGivesAnEmptyArgument) {
     EXPECT_EQ(s.RunDir, "");
     EXPECT_EQ(RunLog(), ProgramDir() + "\n[d.Fit]\n[wait]\n");
     EXPECT_EQ(s.CommandLine, ProgramDir() + kScript + "d.Fit  wait");
-    EXPECT_TRUE(std::filesystem::is_directory(ProgramDir() + "//output"));
+    EXPECT_TRUE(fs::is_directory(ProgramDir() + "//output"));
 }
 
 TEST_F(Launcher, DemoRunsOnlyNamesBeginningWithEx) {
-    testing::WriteBytes(ProgramDir() + "/demos/Ex3.Fit", "x");
-    s.RunMode = "Demo";
-    s.DemoFile = "ex3.fit";
-    FileRun2(s);
+    WriteBytes(ProgramDir() + "/demos/Ex3.Fit", "x");
+    RunDemo(s, "ex3.fit");
     EXPECT_FALSE(ScriptRan());
 
-    s.DemoFile = "Ex3.Fit";
     s.CurrentFile = "mine.Fit";
-    FileRun2(s);
+    RunDemo(s, "Ex3.Fit");
+    EXPECT_EQ(s.RunMode, "Demo");
     EXPECT_EQ(RunLog(), NativePath(ProgramDir() + "/demos") + "\n[Ex3.Fit]\n[demos]\n[wait]\n");
     EXPECT_EQ(s.CurrentFile, "mine.Fit");
     EXPECT_EQ(RegText("Software\\Vantorel\\Quillet", "FileIn"), "Ex3.Fit");
     EXPECT_EQ(RegText("Software\\Vantorel", "plotFile"), "ex3.plt");
+    EXPECT_EQ(FindLastRun(s.env).outputFolder, NativePath(ProgramDir() + "/demos/output"));
 }
 
 TEST_F(Launcher, NewDataAlwaysAsksToSaveAndCancelStartsNothing) {
@@ -90,9 +106,9 @@ TEST_F(Launcher, NewDataAlwaysAsksToSaveAndCancelStartsNothing) {
     s.DataChanged = false;
     dialogs.Answer(mb::Cancel);
     FileRun2(s);
-    EXPECT_EQ(dialogs.boxes[0].text, "Okay to save 'New data' now?");
-    EXPECT_EQ(dialogs.boxes[0].title, "File -not- saved OR has been modified!");
-    EXPECT_EQ(dialogs.boxes[0].style, 33);
+    EXPECT_EQ(dialogs.boxes.at(0),
+              (testing::ShownBox{"Okay to save 'New data' now?",
+                                 "File -not- saved OR has been modified!", 33}));
     EXPECT_FALSE(ScriptRan());
 
     dialogs.Answer(mb::OK).Choose(UserDir() + "/fresh.Fit");
@@ -102,30 +118,76 @@ TEST_F(Launcher, NewDataAlwaysAsksToSaveAndCancelStartsNothing) {
 
 TEST_F(Launcher, NoShellMetacharacterReachesAShell) {
 #ifdef _WIN32
-    GTEST_SKIP() << "cmd /C reads the command line as Windows does; the short-name check keeps such names out";
+    GTEST_SKIP() << "cmd /C reads the command line as Windows does; the short-name check keeps "
+                    "such names out";
 #endif
     // Were any of these read by a shell, "pwned" would appear in the run's folder.
     SaveResponse("x;touch pwned;$(touch pwned)`touch pwned`|touch pwned&&touch pwned.Fit");
     FileRun2(s);
     EXPECT_TRUE(ScriptRan());
-    EXPECT_FALSE(std::filesystem::exists(UserDir() + "/pwned"));
-    EXPECT_FALSE(std::filesystem::exists(ProgramDir() + "/pwned"));
+    EXPECT_FALSE(fs::exists(UserDir() + "/pwned"));
+    EXPECT_FALSE(fs::exists(ProgramDir() + "/pwned"));
     EXPECT_NE(RunLog().find("[x;touch"), std::string::npos);
 }
 
 TEST_F(Launcher, AFailureToPrepareTheRunIsReported) {
     SaveResponse("e.Fit");
-    std::filesystem::remove_all(UserDir());
+    fs::remove_all(UserDir());
     dialogs.Answer(mb::OK);
     FileRun2(s);
-    ASSERT_EQ(dialogs.boxes.size(), 1u);
-    EXPECT_EQ(dialogs.boxes[0].title, "A Quillet File is missing!");
-    EXPECT_EQ(dialogs.boxes[0].text,
-              "File is missing ... in 'exitWin' routine!\r\n"
-              "Try running a different file that normally works, then try this\r\n"
-              "one again.  Did error come back?  Not sure what going on here.");
+    EXPECT_EQ(dialogs.boxes,
+              (std::vector<testing::ShownBox>{
+                  {"File is missing ... in 'exitWin' routine!\r\n"
+                   "Try running a different file that normally works, then try this\r\n"
+                   "one again.  Did error come back?  Not sure what going on here.",
+                   "A Quillet File is missing!", 48}}));
     EXPECT_FALSE(ScriptRan());
 }
+
+#ifdef _WIN32
+TEST(WindowsCommandLine, CmdReadsTheWholeLineAndTheRunWaitsForItsEnd) {
+    TempDir dir;
+    WriteBytes(dir / "end7.bat", "@echo off\r\necho [%~1]\r\nexit /b 7\r\n");
+    ProcessRunner runner;
+    // Nothing is quoted: cmd itself reads the ">" and sends the script's output to the file.
+    EXPECT_EQ(runner.Run(dir / "end7.bat a.Fit > " + (dir / "out.txt"), dir.path(), false), 7)
+        << "the script's own exit code, once it has ended";
+    EXPECT_EQ(testing::ReadBytes(dir / "out.txt"), "[a.Fit]\r\n");
+}
+
+TEST(WindowsShortPath, OnlyAPathThatIsAlreadyShortComesBackAsItIs) {
+    TempDir dir;
+    struct Case {
+        const char* file;
+        bool alreadyShort;
+    } cases[] = {
+        {"DATA\\PTS.100", true},
+        {"data\\pts.100", true},
+        {"run_1\\a-b.txt", true},
+        {"My Runs\\pts.100", false},
+        {"averylongfolder\\pts.100", false},
+        {"data\\points.text", false},
+        {"data\\missing.100", false},
+    };
+    for (const Case& c : cases) {
+        const std::string path = dir / c.file;
+        fs::create_directories(fs::path(path).parent_path());
+        if (!std::string(c.file).ends_with("missing.100")) WriteBytes(path, "1 2\r\n");
+        const std::string shortPath = ShortPathOf(path);
+        EXPECT_EQ(shortPath == LCase(path), c.alreadyShort) << path << " -> " << shortPath;
+        EXPECT_EQ(shortPath, LCase(shortPath)) << "lower-cased";
+    }
+}
+#else
+TEST(WindowsCommandLine, IsWindowsOnly) {
+    GTEST_SKIP()
+        << "Linux runs the script through /bin/sh, without a command interpreter reading the line";
+}
+
+TEST(WindowsShortPath, IsWindowsOnly) {
+    GTEST_SKIP() << "Linux has no short names; its aliases are tested with the submit checks";
+}
+#endif
 
 }  // namespace
 }  // namespace quillet

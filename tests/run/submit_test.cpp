@@ -12,10 +12,23 @@
 namespace quillet {
 namespace {
 
-using testing::ReadBytes;
+using testing::NativePath;
 using testing::RunFixture;
+using testing::ShownBox;
+using testing::WriteBytes;
 
-class Submit : public RunFixture {};
+const std::string kTitle = "In 'cmdSubmit' routine ...";
+
+class Submit : public RunFixture {
+  protected:
+    // Submits, answers the one message box and tells what it showed.
+    ShownBox Refused() {
+        dialogs.Answer(mb::OK);
+        cmdSubmit_Click(s);
+        EXPECT_FALSE(ScriptRan());
+        return dialogs.boxes.back();
+    }
+};
 
 TEST_F(Submit, ShortPathKeepsSafeLongNamesAndAliasesTheRest) {
 #ifdef _WIN32
@@ -36,75 +49,57 @@ TEST_F(Submit, ShortPathKeepsSafeLongNamesAndAliasesTheRest) {
 }
 
 TEST_F(Submit, ChecksReportInOrderAndStartNothing) {
-    const std::string wrongFolder = "Sorry, at least one Path is -not- correct.  Please, move both files into the same "
-                                    "directory.  This should resolve this problem.";
-    const std::string notSaved = "File -not- saved OR path -not- found.  Please, try menu command File | Save As.  "
-                                 "This -may- resolve this problem.";
-    const std::string notFound = "Sorry, one or both files were -not- found.  Please, move both files into the same "
-                                 "directory.  This should resolve this problem.";
-
-    // Unsaved form: no file name yet.
-    s.CurrentFile = "";
-    dialogs.Answer(mb::OK);
-    cmdSubmit_Click(s);
-    EXPECT_EQ(dialogs.boxes.back().text, notSaved);
-    EXPECT_EQ(dialogs.boxes.back().title, "In 'cmdSubmit' routine ...");
-    EXPECT_EQ(dialogs.boxes.back().style, 48);
-
+    s.CurrentFile = "";  // an unsaved form
+    EXPECT_EQ(Refused(),
+              (ShownBox{"File -not- saved OR path -not- found.  Please, try menu command "
+                        "File | Save As.  This -may- resolve this problem.",
+                        kTitle, 48}));
     // Both files exist, in folders that differ only in letter case.
     SaveResponse("run.Fit");
     const std::string other = MakeFolder("USER");
-    testing::WriteBytes(other + "/pts.100", "1 2\n");
+    WriteBytes(other + "/pts.100", "1 2\n");
     SetText(s, s.form.timeData, other + "/pts.100");
-    dialogs.Answer(mb::OK);
-    cmdSubmit_Click(s);
-    EXPECT_EQ(dialogs.boxes.back().text, wrongFolder);
-
-    // Same folder, data file missing.
+    EXPECT_EQ(Refused(),
+              (ShownBox{"Sorry, at least one Path is -not- correct.  Please, move both "
+                        "files into the same directory.  This should resolve this problem.",
+                        kTitle, 48}));
     SetText(s, s.form.timeData, "missing.100");
-    dialogs.Answer(mb::OK);
-    cmdSubmit_Click(s);
-    EXPECT_EQ(dialogs.boxes.back().text, notFound);
-
-    EXPECT_FALSE(ScriptRan());
+    EXPECT_EQ(Refused(),
+              (ShownBox{"Sorry, one or both files were -not- found.  Please, move both "
+                        "files into the same directory.  This should resolve this problem.",
+                        kTitle, 48}));
 }
 
 TEST_F(Submit, ADataFileThatVanishesBetweenTheChecksIsNamed) {
     SaveResponse("run.Fit");
     int dataLooks = 0;
     s.env.probe = [&](const std::string& path, bool folder) {
-        if (path.ends_with("pts.100") && ++dataLooks > 1) return false;  // gone after the first check
+        if (path.ends_with("pts.100") && ++dataLooks > 1)
+            return false;  // gone after the first check
         return RealPathProbe(path, folder);
     };
-    dialogs.Answer(mb::OK);
-    cmdSubmit_Click(s);
-    EXPECT_EQ(dialogs.boxes.back().text,
-              testing::NativePath(UserDir() + "/pts.100") +
-                  " file was -not- found.  Please, correct file name and/or its path ...  '" + UserDir() +
-                  "' is the path where your input file is located.");
-    EXPECT_FALSE(ScriptRan());
+    EXPECT_EQ(Refused(),
+              (ShownBox{NativePath(UserDir() + "/pts.100") +
+                            " file was -not- found.  Please, correct file name and/or its "
+                            "path ...  '" +
+                            UserDir() + "' is the path where your input file is located.",
+                        kTitle, 48}));
 }
 
 TEST_F(Submit, DataFileInAFolderWithABlankFailsTheShortNameRule) {
-    const std::string spaced = MakeFolder("My Runs");
-    UseUserDir(spaced);
+    UseUserDir(MakeFolder("My Runs"));
     SaveResponse("run.Fit");
-    dialogs.Answer(mb::OK);
-    cmdSubmit_Click(s);
-    EXPECT_EQ(dialogs.boxes.back().text,
-              "pts.100 file name must be a valid DOS file name; ie. 8.3 alpha-numeric characters ... eg. "
-              "~234-678.abc .");
-    EXPECT_FALSE(ScriptRan());
+    EXPECT_EQ(Refused(), (ShownBox{"pts.100 file name must be a valid DOS file name; ie. 8.3 "
+                                   "alpha-numeric characters ... eg. ~234-678.abc .",
+                                   kTitle, 48}));
 }
 
 TEST_F(Submit, BlankAnswersAreRefusedBeforeAnythingRuns) {
     SetText(s, s.form.xnorm, "");
     SaveResponse("run.Fit");
-    dialogs.Answer(mb::OK);
-    cmdSubmit_Click(s);
-    EXPECT_EQ(dialogs.boxes.back().text, "Some fields are Blank, please fill them and submit again");
+    EXPECT_EQ(Refused(), (ShownBox{"Some fields are Blank, please fill them and submit again",
+                                   "Missing some data fields", 48}));
     EXPECT_TRUE(s.form.cmdSubmit.enabled);
-    EXPECT_FALSE(ScriptRan());
 }
 
 TEST_F(Submit, ShortSeriesAreWarnedPaddedAndTheRunStillStarts) {
@@ -116,18 +111,20 @@ TEST_F(Submit, ShortSeriesAreWarnedPaddedAndTheRunStillStarts) {
     dialogs.Choose(UserDir() + "/run.Fit").Answer(mb::Yes);
     cmdSubmit_Click(s);
     ASSERT_GE(dialogs.boxes.size(), 4u);
-    EXPECT_EQ(dialogs.boxes[0].title, "In 'cmdSubmit_Click' routine");
-    EXPECT_EQ(dialogs.boxes[0].style, 16);
-    EXPECT_EQ(dialogs.boxes[0].text,
-              " ============== Warning! ============== \r\n"
-              " =        'Line 9' variable must contain 4 values          = \r\n"
-              " =          or more for your 'A' parameter.             = \r\n"
-              " =================================== \r\n");
-    EXPECT_NE(dialogs.boxes[1].text.find("'Line 10' variable must contain 4 values"), std::string::npos);
-    EXPECT_EQ(dialogs.boxes[3].text,
-              " ================ Warning ================ Added parameters for series.  This will allow the solver"
-              " to continue and come up with a solution.  Re-run with number of terms you desire, if not what you "
-              "want. =======================================");
+    EXPECT_EQ(dialogs.boxes[0],
+              (ShownBox{" ============== Warning! ============== \r\n"
+                        " =        'Line 9' variable must contain 4 values          = \r\n"
+                        " =          or more for your 'A' parameter.             = \r\n"
+                        " =================================== \r\n",
+                        "In 'cmdSubmit_Click' routine", 16}));
+    EXPECT_NE(dialogs.boxes[1].text.find("'Line 10' variable must contain 4 values"),
+              std::string::npos);
+    EXPECT_EQ(dialogs.boxes[3],
+              (ShownBox{" ================ Warning ================ Added parameters for "
+                        "series.  This will allow the solver to continue and come up with a "
+                        "solution.  Re-run with number of terms you desire, if not what you "
+                        "want. =======================================",
+                        kTitle, 48}));
     EXPECT_EQ(s.form.Amplitude.text, "1  1  1 1");
     EXPECT_EQ(s.form.PW50.text, "5\t 5 1 1");
     EXPECT_TRUE(ScriptRan());
@@ -137,7 +134,8 @@ TEST_F(Submit, ShortSeriesAreWarnedPaddedAndTheRunStillStarts) {
 TEST(CommandLineSplit, BlanksSplitOnceAndNothingElseIsInterpreted) {
     EXPECT_EQ(SplitCommandLine("/p/run-FitW.sh a.Fit  exit"),
               (std::vector<std::string>{"/p/run-FitW.sh", "a.Fit", "exit"}));
-    EXPECT_EQ(SplitCommandLine("  x;touch 'q' $(y) "), (std::vector<std::string>{"x;touch", "'q'", "$(y)"}));
+    EXPECT_EQ(SplitCommandLine("  x;touch 'q' $(y) "),
+              (std::vector<std::string>{"x;touch", "'q'", "$(y)"}));
     EXPECT_TRUE(SplitCommandLine("   ").empty());
 }
 
