@@ -79,7 +79,12 @@ private:
     void Group(int pos, int close);
     void Function(int pos, int close);
     void Name(int pos);
-    std::uint32_t VariableRegister(const std::string& name);
+    struct Variable {
+        std::uint32_t reg;
+        std::uint32_t slot;
+        std::uint32_t message;  // "Undefined Variable: " and the name
+    };
+    const Variable& VariableNamed(const std::string& name);
     void Collapse();
 
     const ParsedFormula& f_;
@@ -87,11 +92,13 @@ private:
     std::vector<Entry> work_;
     Program p_;
     std::vector<bool> constant_;  // per register: fixed by the formula alone
-    std::map<std::string, std::uint32_t, std::less<>> variableRegisters_;
+    std::map<std::string, Variable, std::less<>> variablesByName_;
 };
 
 Compiler::Compiler(const ParsedFormula& f, Variables& v) : f_(f), variables_(v) {
     work_.resize(f.tokens.size());
+    p_.steps.reserve(f.order.size() + 1);
+    p_.registers.reserve(f.tokens.size());
     for (std::size_t i = 0; i < f.tokens.size(); ++i)
         if (f.tokens[i].kind != TokenKind::Comma)
             work_[i] = Entry{Entry::State::Token, static_cast<std::int32_t>(i), 0};
@@ -227,11 +234,12 @@ void Compiler::Function(int pos, int close) {
 }
 
 // A variable's value is read once per solve; each place that names it checks it is defined.
-std::uint32_t Compiler::VariableRegister(const std::string& name) {
-    auto [it, added] = variableRegisters_.try_emplace(name, 0);
-    if (added) {
-        it->second = Register();
-        p_.inputs.push_back(Program::Input{variables_.SlotOf(name), it->second});
+const Compiler::Variable& Compiler::VariableNamed(const std::string& name) {
+    auto it = variablesByName_.find(name);
+    if (it == variablesByName_.end()) {
+        const Variable v{Register(), variables_.SlotOf(name).index, Message("Undefined Variable: " + name)};
+        p_.inputs.push_back(Program::Input{VarSlot{v.slot}, v.reg});
+        it = variablesByName_.emplace(name, v).first;
     }
     return it->second;
 }
@@ -245,8 +253,9 @@ void Compiler::Name(int pos) {
     } else if (FindConstant(name, v)) {
         reg = Register(v, true);
     } else {
-        reg = VariableRegister(name);
-        Emit(Op::CheckVariable, variables_.SlotOf(name).index, Message("Undefined Variable: " + name));
+        const Variable& v = VariableNamed(name);
+        reg = v.reg;
+        Emit(Op::CheckVariable, v.slot, v.message);
     }
     work_[Ix(pos)] = Entry::Result(reg);
 }

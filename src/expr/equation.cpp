@@ -55,16 +55,28 @@ void clsEquation::VarRemove(const std::string& name) {
 expr::VarSlot clsEquation::Slot(const std::string& name) { return variables_.SlotOf(Trim(name)); }
 
 void clsEquation::Parse() {
-    formula_ = expr::RewriteMod(formula_);
+    expr::RewriteMod(formula_);
     program_ = expr::Compile(expr::ParseFormula(formula_), variables_);
     parsed_ = true;
 }
 
+// The first X goes the ordinary way, which parses when needed; the others in one run, which
+// leaves the variable and the solution as the ordinary way would.
 void clsEquation::Solutions(expr::VarSlot x, std::span<const double> xs, std::span<double> ys) {
     if (ys.size() < xs.size()) expr::RaiseEq(err::InvalidCall);
-    for (std::size_t i = 0; i < xs.size(); ++i) {
-        Var(x, xs[i]);
-        ys[i] = Solution();
+    if (xs.empty()) return;
+    Var(x, xs[0]);
+    ys[0] = Solution();
+    expr::Sweep sweep{x, xs.subspan(1), ys.subspan(1, xs.size() - 1)};
+    if (sweep.xs.empty()) return;
+    try {
+        solution_ = program_.Run(variables_, degrees_, random_, &sweep);
+        variables_.Set(x, xs.back());
+    } catch (...) {
+        variables_.Set(x, sweep.xs[sweep.done]);
+        if (sweep.done > 0) solution_ = sweep.ys[sweep.done - 1];
+        needsSolving_ = true;
+        RaiseTranslated();
     }
 }
 

@@ -19,7 +19,7 @@ enum class TokenKind : std::uint8_t {
 
 struct Token {
     TokenKind kind = TokenKind::Comma;
-    std::string text;  // as written, without blanks; empty for a comma
+    std::string text;  // as written, without blanks; empty for a comma and a number
     // A number literal's value, converted once; `numberError` is raised when the literal is
     // read and could not be converted (1103 malformed, 6 too large).
     double number = 0;

@@ -4,8 +4,8 @@
 #include <charconv>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
-#include "env/text.h"
 #include "expr/errors.h"
 
 namespace quillet::expr {
@@ -19,8 +19,10 @@ int Checked16(int v) {
     return v;
 }
 
+// The value only: a number's text is not needed again.
 Token NumberToken(const std::string& text) {
-    Token t{TokenKind::Number, text};
+    Token t;
+    t.kind = TokenKind::Number;
     const char* last = text.data() + text.size();
     auto [end, ec] = std::from_chars(text.data(), last, t.number, std::chars_format::fixed);
     if (ec == std::errc::result_out_of_range) {
@@ -132,17 +134,27 @@ void Tokenizer::Minus() {
         AddOperator('~', 4);
 }
 
+// Positions by falling priority, left to right within one priority; numbers and commas
+// (priority 0) are left out. A counting sort: priorities are small numbers.
 std::vector<std::int32_t> Tokenizer::EvaluationOrder() const {
-    std::vector<std::int32_t> order;
+    int highest = 0;
+    for (std::int16_t p : priorities_) highest = std::max<int>(highest, p);
+    std::vector<std::int32_t> start(static_cast<std::size_t>(highest) + 1, 0);  // by highest - p
+    for (std::int16_t p : priorities_)
+        if (p >= 1) ++start[static_cast<std::size_t>(highest - p)];
+    std::int32_t total = 0;
+    for (std::int32_t& s : start) total += std::exchange(s, total);
+    std::vector<std::int32_t> order(static_cast<std::size_t>(total));
     for (std::size_t i = 0; i < priorities_.size(); ++i)
-        if (priorities_[i] >= 1) order.push_back(static_cast<std::int32_t>(i));
-    std::stable_sort(order.begin(), order.end(), [&](std::int32_t a, std::int32_t b) {
-        return priorities_[static_cast<std::size_t>(a)] > priorities_[static_cast<std::size_t>(b)];
-    });
+        if (priorities_[i] >= 1)
+            order[static_cast<std::size_t>(start[static_cast<std::size_t>(highest - priorities_[i])]++)] =
+                static_cast<std::int32_t>(i);
     return order;
 }
 
 ParsedFormula Tokenizer::Run(const std::string& formula) {
+    out_.tokens.reserve(formula.size() / 2);
+    priorities_.reserve(formula.size() / 2);
     for (char c : formula) {
         if (IsLetter(c)) Letter(c);
         else if (IsDigit(c)) Digit(c);
@@ -164,7 +176,19 @@ ParsedFormula Tokenizer::Run(const std::string& formula) {
 
 }  // namespace
 
-std::string RewriteMod(const std::string& formula) { return ReplaceAll(formula, " mod ", "%"); }
+void RewriteMod(std::string& formula) {
+    std::size_t at = formula.find(" mod ");
+    if (at == std::string::npos) return;
+    std::string out;
+    std::size_t from = 0;
+    for (; at != std::string::npos; at = formula.find(" mod ", from)) {
+        out.append(formula, from, at - from);
+        out += '%';
+        from = at + 5;
+    }
+    out.append(formula, from);
+    formula = std::move(out);
+}
 
 ParsedFormula ParseFormula(const std::string& formula) {
     try {

@@ -7,8 +7,8 @@
 
 namespace quillet::expr {
 
-// Every " mod " (blanks included, exact case) by "%".
-std::string RewriteMod(const std::string& formula);
+// Every " mod " (blanks included, exact case) by "%", from left to right.
+void RewriteMod(std::string& formula);
 
 // Raises 1100 "Unbalanced parenthesis" when the parentheses do not balance, and any other
 // failure (a priority beyond 16 bits: 6) with the source "clsEquation.Parse".

@@ -119,48 +119,94 @@ static_assert(ListedInOrder(), "the dispatch table follows the enumeration");
 
 }  // namespace
 
-double Program::Run(const Variables& variables, bool degrees, SingleRandom& random) {
-    Machine m{registers.data(), *this, variables, degrees, random};
+namespace {
+
+// The solve itself; a sweep solves again for each of its values, without leaving. Registers
+// are the program's own, changed in place.
+template <bool kSweep>
+double Solve(const Program& p, double* r, const Variables& variables, bool degrees, SingleRandom& random,
+             Sweep* sweep) {
+    Machine m{r, p, variables, degrees, random};
     bool allDefined = true;
-    double last = 0;
-    for (auto in = inputs.rbegin(); in != inputs.rend(); ++in) {
+    double last = 0;  // the first input's value, as if a step had just produced it
+    for (auto in = p.inputs.rbegin(); in != p.inputs.rend(); ++in) {
         allDefined &= variables.Defined(in->slot);
-        last = m.r[in->reg] = variables.Value(in->slot);
+        last = r[in->reg] = variables.Value(in->slot);
     }
-    const Step* s = (allDefined ? unchecked : steps).data();
-#if defined(__GNUC__)
+    const Step* const first = (allDefined ? p.unchecked : p.steps).data();
+    const Step* s = first;
+    double y = 0;
+    // The swept variable takes its next value, if the formula reads it at all.
+    auto advance = [&] {
+        for (const Program::Input& in : p.inputs)
+            if (in.slot.index == sweep->slot.index) r[in.reg] = sweep->xs[sweep->done];
+        if (!p.inputs.empty()) last = r[p.inputs.front().reg];
+    };
+    if constexpr (kSweep) advance();
+#if defined(__GNUC__) && !defined(QUILLET_SWITCH_DISPATCH)
     // Each step jumps straight to the next one's code, which the processor predicts far better
-    // than the single jump of a switch. Labels as values are a GNU extension.
+    // than the single jump of a switch. Labels as values are a GNU extension; defining
+    // QUILLET_SWITCH_DISPATCH takes the portable switch below, to test it with GCC.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wpedantic"
 #define QUILLET_LABELS(name) &&name##None, &&name##A, &&name##B,
     static const void* const kCode[] = {QUILLET_OPS(QUILLET_LABELS) && EndNone, &&EndA, &&EndNone};
-#define QUILLET_HANDLERS(name)                            \
+#define QUILLET_HANDLERS(name)                                  \
     name##None : last = Do<Op::name, Fresh::None>(*s, m, last); \
-    goto* kCode[(++s)->code];                             \
-    name##A : last = Do<Op::name, Fresh::A>(*s, m, last); \
-    goto* kCode[(++s)->code];                             \
-    name##B : last = Do<Op::name, Fresh::B>(*s, m, last); \
+    goto* kCode[(++s)->code];                                   \
+    name##A : last = Do<Op::name, Fresh::A>(*s, m, last);       \
+    goto* kCode[(++s)->code];                                   \
+    name##B : last = Do<Op::name, Fresh::B>(*s, m, last);       \
     goto* kCode[(++s)->code];
+Start:  // where a sweep starts again
+    __attribute__((unused));
     goto* kCode[s->code];
     QUILLET_OPS(QUILLET_HANDLERS)
 EndA:
-    return last;
+    y = last;
+    goto Solved;
 EndNone:
+    y = r[s->a];
+Solved:
+    if constexpr (kSweep) {
+        sweep->ys[sweep->done] = y;
+        if (++sweep->done < sweep->xs.size()) {
+            advance();
+            s = first;
+            goto Start;
+        }
+    }
+    return y;
 #pragma GCC diagnostic pop
 #else
     // Every value is stored in its register as well, so reading the registers is always right.
 #define QUILLET_CASE(name) \
     case Op::name: last = Do<Op::name, Fresh::None>(*s, m, last); break;
-    for (; s->op != Op::End; ++s) {
-        switch (s->op) {
-            QUILLET_OPS(QUILLET_CASE)
-            case Op::End: break;
+    for (;; s = first) {
+        for (; s->op != Op::End; ++s) {
+            switch (s->op) {
+                QUILLET_OPS(QUILLET_CASE)
+                case Op::End: break;
+            }
         }
+        y = r[s->a];
+        if constexpr (kSweep) {
+            sweep->ys[sweep->done] = y;
+            if (++sweep->done < sweep->xs.size()) {
+                advance();
+                continue;
+            }
+        }
+        return y;
     }
-    (void)last;
 #endif
-    return m.r[s->a];
+}
+
+}  // namespace
+
+double Program::Run(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep) {
+    return sweep ? Solve<true>(*this, registers.data(), variables, degrees, random, sweep)
+                 : Solve<false>(*this, registers.data(), variables, degrees, random, nullptr);
 }
 
 }  // namespace quillet::expr

@@ -3,6 +3,7 @@
 // which the collapse consumes and fills entries depends only on the formula, so a solve is
 // one pass over the steps: no allocation, no text, no search.
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -43,6 +44,15 @@ struct Step {
     FunctionFn fn = nullptr;
 };
 
+// One run over many values of one variable: the solution for xs[i] goes to ys[i], and `done`
+// counts them, so that after an error xs[done] is the value that raised it.
+struct Sweep {
+    VarSlot slot;
+    std::span<const double> xs;
+    std::span<double> ys;
+    std::size_t done = 0;
+};
+
 struct Program {
     // Each variable the formula names is read into its register once per solve.
     struct Input {
@@ -61,8 +71,9 @@ struct Program {
 
     // Marks fresh operands and sets each step's code; once, after the steps are complete.
     void Link();
-    // Raises the numbered errors of the expression class, at the step where they arise.
-    double Run(const Variables& variables, bool degrees, SingleRandom& random);
+    // Raises the numbered errors of the expression class, at the step where they arise. With a
+    // sweep, solves once for each of its values, with the variable otherwise as it is.
+    double Run(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep = nullptr);
 };
 
 }  // namespace quillet::expr

@@ -11,18 +11,26 @@
 
 namespace quillet::golden {
 
-// The solution's bits in hex, or "!number:source:description".
+// A solution as its bits in hex.
+inline std::string Bits(double v) {
+    std::uint64_t bits;
+    std::memcpy(&bits, &v, sizeof bits);
+    char buf[20];
+    std::snprintf(buf, sizeof buf, "%016llx", static_cast<unsigned long long>(bits));
+    return buf;
+}
+
+// An error as "!number:source:description".
+inline std::string ErrorText(const RuntimeError& e) {
+    return "!" + std::to_string(e.number()) + ":" + e.source() + ":" + e.description();
+}
+
 template <class Solve>
 std::string Outcome(Solve solve) {
     try {
-        const double v = solve();
-        std::uint64_t bits;
-        std::memcpy(&bits, &v, sizeof bits);
-        char buf[20];
-        std::snprintf(buf, sizeof buf, "%016llx", static_cast<unsigned long long>(bits));
-        return buf;
+        return Bits(solve());
     } catch (const RuntimeError& e) {
-        return "!" + std::to_string(e.number()) + ":" + e.source() + ":" + e.description();
+        return ErrorText(e);
     }
 }
 
