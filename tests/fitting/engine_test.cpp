@@ -1,33 +1,29 @@
-// The fit itself: every model recovers known curves; limits, bounds and failures.
+// The series models' values and derivatives, and the fit itself: every model recovers known
+// curves; limits, bounds and failures.
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <random>
 
+#include "fit_test_files.h"
 #include "fitting/fit_engine.h"
+#include "fitting/models.h"
 #include "fitting/solver_options.h"
 #include "fitting/weights.h"
-#include "model_cases.h"
 
 namespace quillet::fitting {
 namespace {
 
+using testing::CaseOf;
 using testing::ModelCase;
 using testing::ModelCases;
 
-// Normal deviates from a portable engine, so the data are the same everywhere.
-class Noise {
-public:
-    explicit Noise(std::uint64_t seed) : rng_(seed) {}
-    double operator()(double sigma) {
-        const double u1 = (static_cast<double>(rng_() >> 11) + 0.5) / 9007199254740992.0;
-        const double u2 = static_cast<double>(rng_() >> 11) / 9007199254740992.0;
-        return sigma * std::sqrt(-2 * std::log(u1)) * std::cos(2 * 3.14159265358979323846 * u2);
-    }
-
-private:
-    std::mt19937_64 rng_;
-};
+// A normal deviate from a portable engine, so the data are the same everywhere.
+double Normal(std::mt19937_64& rng, double sigma) {
+    const double u1 = (static_cast<double>(rng() >> 11) + 0.5) / 9007199254740992.0;
+    const double u2 = static_cast<double>(rng() >> 11) / 9007199254740992.0;
+    return sigma * std::sqrt(-2 * std::log(u1)) * std::cos(2 * 3.14159265358979323846 * u2);
+}
 
 struct Fixture {
     Model model;
@@ -36,12 +32,12 @@ struct Fixture {
 
 Fixture Prepare(const ModelCase& c, double sigma, std::uint64_t seed, const std::array<std::string, 6>& solver) {
     Fixture f{Model(*FindModelKind(c.model), c.terms), {}};
-    Noise noise(seed);
+    std::mt19937_64 rng(seed);
     const int n = 150;
     for (int i = 0; i < n; ++i) {
         const double u = c.u0 + (c.u1 - c.u0) * i / (n - 1);
         f.problem.u.push_back(u);
-        f.problem.v.push_back(f.model.Value(c.truth.data(), u, nullptr) + noise(sigma));
+        f.problem.v.push_back(f.model.Value(c.truth.data(), u, nullptr) + Normal(rng, sigma));
     }
     f.problem.start = c.start;
     f.problem.options = MapSolverValues(c.model, solver);
@@ -89,12 +85,6 @@ TEST(FitEngine, EveryModelRecoversNoisyCurvesWithinThreeStandardErrors) {
         }
     }
     EXPECT_GT(ratios / count, 0.4);  // errors several times too large would pass the test above
-}
-
-const ModelCase& CaseOf(int model) {
-    for (const auto& c : ModelCases())
-        if (c.model == model) return c;
-    throw std::logic_error("no case");
 }
 
 TEST(FitEngine, SineFrequenciesStayBelowThirtyPercentAboveTheirStart) {
@@ -155,6 +145,47 @@ TEST(ResidualWeights, PointsNearTheAxisWeighAboutAHundredTimesMore) {
     EXPECT_DOUBLE_EQ(w[3], std::sqrt(1 / 1.01));
     EXPECT_TRUE(ResidualWeights({0, 0.5}, false).empty());
     EXPECT_TRUE(ResidualWeights({0, 0}, true).empty());
+}
+
+Model Make(int id, int terms) { return Model(*FindModelKind(id), terms); }
+
+TEST(SeriesModels, AnalyticDerivativesMatchCentralDifferences) {
+    for (const auto& c : ModelCases()) {
+        Model m = Make(c.model, c.terms);
+        ASSERT_EQ(m.parameterCount(), static_cast<int>(c.truth.size())) << c.model;
+        std::vector<double> grad(c.truth.size());
+        for (double u : {c.u0, 0.37 * c.u0 + 0.63 * c.u1, c.u1 - 0.21}) {
+            m.Value(c.truth.data(), u, grad.data());
+            for (std::size_t k = 0; k < c.truth.size(); ++k) {
+                std::vector<double> p = c.truth;
+                const double h = 1e-6 * std::max(1.0, std::fabs(p[k]));
+                p[k] += h;
+                const double up = m.Value(p.data(), u, nullptr);
+                p[k] -= 2 * h;
+                const double down = m.Value(p.data(), u, nullptr);
+                EXPECT_NEAR(grad[k], (up - down) / (2 * h), 1e-6 * std::max(1.0, std::fabs(grad[k])))
+                    << "model " << c.model << " " << m.parameterName(static_cast<int>(k)) << " at u = " << u;
+            }
+        }
+    }
+}
+
+TEST(SeriesModels, ValuesFollowTheirFormulas) {
+    const double pi = 3.14159265358979323846;
+    struct Row { int model; std::vector<double> p; double u, expected; };  // p: one term
+    const std::vector<Row> rows = {
+        {model::Lorentzian, {0.5, 2.0, 4.0, 1.0}, 3.0, 0.5 + 2.0 / (1 + 1)},
+        {model::ModifiedLorentzian, {0, 2.0, 4.0, 1.0, 3.0}, 3.0, (2.0 + 3.0) / (1 + 1)},
+        {model::Exponential, {1.0, 2.0, -0.5}, 2.0, 1.0 + 2.0 * std::exp(-1.0)},
+        {model::Sine, {0.1, 2.0, 0.25, 0.5}, 1.0, 0.1 + 2.0 * std::sin(pi / 2 + 0.5)},
+        {model::SineExponential, {0, 2.0, 0.25, 0.5, -1.0}, 1.0, 2.0 * std::sin(pi / 2 + 0.5) * std::exp(-1.0)},
+        {model::BellCurve, {1.0, 3.0, 0.5}, 2.0, 3.0 * std::exp(-2.0)},
+    };
+    for (const auto& r : rows)
+        EXPECT_DOUBLE_EQ(Make(r.model, 1).Value(r.p.data(), r.u, nullptr), r.expected) << r.model;
+    // The i-th power term is u^i.
+    const std::vector<double> power = {1.0, 2.0, -3.0, 0.5};
+    EXPECT_DOUBLE_EQ(Make(model::Power, 3).Value(power.data(), -2.0, nullptr), 1 - 4 - 12 - 4);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "fit_test_files.h"
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <cstdio>
 
@@ -44,17 +43,6 @@ void WriteData(const std::string& path, const std::vector<double>& x, const std:
         text += buf;
     }
     WriteBytes(path, text);
-}
-
-int RunCommand(const std::string& commandLine, std::string& out) {
-    out.clear();
-    FILE* pipe = ::popen(commandLine.c_str(), "r");
-    if (!pipe) return -1;
-    char buf[4096];
-    std::size_t got;
-    while ((got = std::fread(buf, 1, sizeof buf, pipe)) > 0) out.append(buf, got);
-    int status = ::pclose(pipe);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 }  // namespace quillet::testing

@@ -1,7 +1,6 @@
 // What a run reads: response file answers, data points, solver variables, number texts.
 #include <gtest/gtest.h>
 
-#include <cmath>
 
 #include "fit_test_files.h"
 #include "fitting/data_file.h"
@@ -25,14 +24,20 @@ ResponseAnswers LorentzianAnswers() {
     return r;
 }
 
-std::string ErrorOf(const std::string& folder, const ResponseAnswers& r) {
-    testing::WriteResponse(folder, "t.Fit", r);
+// The message of the FitInputError that `call` raised.
+template <class F>
+std::string InputError(F call) {
     try {
-        ReadFitSettings(folder, "t.Fit");
+        call();
     } catch (const FitInputError& e) {
         return e.what();
     }
     return "(no error)";
+}
+
+std::string ErrorOf(const std::string& folder, const ResponseAnswers& r) {
+    testing::WriteResponse(folder, "t.Fit", r);
+    return InputError([&] { ReadFitSettings(folder, "t.Fit"); });
 }
 
 TEST(FitSettings, ReadsTheAnswersAsNumbers) {
@@ -51,9 +56,7 @@ TEST(FitSettings, ReadsTheAnswersAsNumbers) {
     EXPECT_DOUBLE_EQ(s.xnorm, 10);
     EXPECT_DOUBLE_EQ(s.ynorm, 100);
     EXPECT_DOUBLE_EQ(s.y0, 0.25);
-    ASSERT_EQ(s.series.size(), 3u);
-    EXPECT_EQ(s.series[1], (std::vector<double>{0.5, 0.6}));
-    EXPECT_EQ(s.series[2], (std::vector<double>{-1, 1}));
+    EXPECT_EQ(s.series, (std::vector<std::vector<double>>{{1, 2}, {0.5, 0.6}, {-1, 1}}));
     EXPECT_TRUE(s.weighted);
     EXPECT_EQ(s.solverValues[2], "1e-9");
     EXPECT_EQ(s.solverValues[5], "-EOF-");  // five lines written, six read
@@ -67,11 +70,7 @@ TEST(FitSettings, ReadsTheAnswersAsNumbers) {
 }
 
 TEST(FitSettings, RefusesAnswersThatCannotBeFitted) {
-    struct Row {
-        int question;
-        std::string value;
-        std::string message;
-    };
+    struct Row { int question; std::string value, message; };
     const std::vector<Row> rows = {
         {2, "Gaussian", "Question 2 (model) names no model of the list: \"Gaussian\"."},
         {3, "abc", "Question 3 (first line of the data) is not a number: \"abc\"."},
@@ -95,21 +94,15 @@ TEST(FitSettings, RefusesAnswersThatCannotBeFitted) {
               "Question 10 (B starting values): every frequency must be above 0.");
 }
 
-TEST(DataFile, ReadsPointsFromTheirFirstLineWithAnySeparator) {
-    TempDir dir;
-    WriteBytes(dir / "d.txt", "title\r\nX Y\r\n1 2\r\n3\t4.5\r\n-5,  6e-1\n 7 ,\t+8 \r\nnot read\r\n");
-    DataPoints d = ReadDataPoints(dir / "d.txt", 3, 4);
-    EXPECT_EQ(d.x, (std::vector<double>{1, 3, -5, 7}));
-    EXPECT_EQ(d.y, (std::vector<double>{2, 4.5, 0.6, 8}));
-}
-
-TEST(DataFile, NamesTheFileAndLineOfBadData) {
+TEST(DataFile, ReadsPointsFromTheirFirstLineAndNamesTheLineOfBadData) {
     TempDir dir;
     const std::string path = dir / "d.txt";
-    struct Row {
-        std::string bytes;
-        std::string message;
-    };
+    WriteBytes(path, "title\r\nX Y\r\n1 2\r\n3\t4.5\r\n-5,  6e-1\n 7 ,\t+8 \r\nnot read\r\n");
+    DataPoints d = ReadDataPoints(path, 3, 4);
+    EXPECT_EQ(d.x, (std::vector<double>{1, 3, -5, 7}));
+    EXPECT_EQ(d.y, (std::vector<double>{2, 4.5, 0.6, 8}));
+
+    struct Row { std::string bytes, message; };
     const std::vector<Row> rows = {
         {"1 2\r\n3 abc\r\n", "Line 2 of the data file \"" + path + "\" holds \"abc\", which is not a number."},
         {"1 2\r\n3 4 5\r\n", "Line 2 of the data file \"" + path + "\" does not hold one X and one Y value: \"3 4 5\"."},
@@ -118,24 +111,25 @@ TEST(DataFile, NamesTheFileAndLineOfBadData) {
     };
     for (const auto& row : rows) {
         WriteBytes(path, row.bytes);
-        try {
-            ReadDataPoints(path, 1, 3);
-            ADD_FAILURE() << row.message;
-        } catch (const FitInputError& e) {
-            EXPECT_EQ(std::string(e.what()), row.message);
-        }
+        EXPECT_EQ(InputError([&] { ReadDataPoints(path, 1, 3); }), row.message);
     }
     EXPECT_THROW(ReadDataPoints(dir / "none.txt", 1, 3), FitInputError);
 }
 
-std::string Described(const EngineOptions& o) {
-    auto f = [](const auto& v) { return v ? FormatShort(static_cast<double>(*v)) : std::string("-"); };
-    return f(o.maxIterations) + " " + f(o.progressEvery) + " " + f(o.parameterTolerance) + " " +
-           f(o.functionTolerance) + " " + f(o.gradientTolerance) + " " + f(o.initialTrustRegion) + " " +
-           f(o.minRelativeDecrease) + " " + f(o.maxEvaluations);
+// The options, one field each ("-" for the engine's default), or the error the values raise.
+std::string Described(int model, const std::array<std::string, 6>& values) {
+    try {
+        const EngineOptions o = MapSolverValues(model, values);
+        auto f = [](const auto& v) { return v ? FormatShort(static_cast<double>(*v)) : std::string("-"); };
+        return f(o.maxIterations) + " " + f(o.progressEvery) + " " + f(o.parameterTolerance) + " " +
+               f(o.functionTolerance) + " " + f(o.gradientTolerance) + " " + f(o.initialTrustRegion) + " " +
+               f(o.minRelativeDecrease) + " " + f(o.maxEvaluations);
+    } catch (const FitInputError& e) {
+        return e.what();
+    }
 }
 
-TEST(SolverOptions, EachFamilyMapsItsVariablesAndBlanksKeepTheDefaults) {
+TEST(SolverOptions, EachFamilyMapsItsVariablesBlanksKeepTheDefaultsAndValuesOutOfRangeAreRefused) {
     struct Row {
         int model;
         std::array<std::string, 6> values;
@@ -149,31 +143,13 @@ TEST(SolverOptions, EachFamilyMapsItsVariablesAndBlanksKeepTheDefaults) {
         {model::BellCurve, {"", "", "", "", "", "junk"}, "- - - - - - - -"},
         {model::SineExponential, {"", "", "", "", "", ""}, "- - - - - - - -"},
         {model::Exponential, {"", "", "", "", "", ""}, "- - - - - - - -"},
-    };
-    for (const auto& row : rows) EXPECT_EQ(Described(MapSolverValues(row.model, row.values)), row.expected) << row.model;
-}
-
-TEST(SolverOptions, RefusesValuesOutOfTheirRange) {
-    struct Row {
-        int model;
-        std::array<std::string, 6> values;
-        std::string message;
-    };
-    const std::vector<Row> rows = {
         {model::Power, {"0", "", "", "", "", ""}, "Solver variable 1 (REMAX) must be a whole number from 1 up: \"0\"."},
         {model::Power, {"", "", "tiny", "", "", ""}, "Solver variable 3 (DELTA) is not a number: \"tiny\"."},
         {model::Power, {"", "", "", "1.5", "", ""}, "Solver variable 4 (PREDAMP) must lie in 0 < value <= 1: \"1.5\"."},
         {model::Sine, {"", "", "2.5", "", "", ""}, "Solver variable 3 (EvalMax) must be a whole number from 1 up: \"2.5\"."},
         {model::Sine, {"", "", "", "", "", "-1"}, "Solver variable 6 (RHO) must be above 0: \"-1\"."},
     };
-    for (const auto& row : rows) {
-        try {
-            MapSolverValues(row.model, row.values);
-            ADD_FAILURE() << row.message;
-        } catch (const FitInputError& e) {
-            EXPECT_EQ(std::string(e.what()), row.message);
-        }
-    }
+    for (const auto& row : rows) EXPECT_EQ(Described(row.model, row.values), row.expected) << row.model;
 }
 
 TEST(NumberText, ReadsNumbersAsPeopleTypeThem) {

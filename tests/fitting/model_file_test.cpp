@@ -14,6 +14,7 @@
 #include "model/calculator.h"
 #include "model/form_events.h"
 #include "support/fake_dialogs.h"
+#include "support/run_command.h"
 #include "support/test_env.h"
 
 namespace quillet::fitting {
@@ -71,11 +72,9 @@ void CheckModelFileAgainstFit(const std::string& folder, const std::string& name
         ASSERT_TRUE(y) << name << " at X = " << s.form.tbXvalue.text;
         EXPECT_NEAR(*y, rows[i].fit, tolerance) << name << " at X = " << s.form.tbXvalue.text;
         if (i % cliEvery != 0) continue;
-        std::string shown;
-        ASSERT_EQ(testing::RunCommand("'" + std::string(QUILLET_CLI) + "' calc -- '" + output + equ + "' " +
-                                          s.form.tbXvalue.text,
-                                      shown),
-                  0);
+        auto calc = testing::RunProgram(QUILLET_CLI, {"calc", "--", output + equ, s.form.tbXvalue.text});
+        ASSERT_EQ(calc.status, 0) << calc.err;
+        std::string& shown = calc.out;
         if (!shown.empty() && shown.back() == '\n') shown.pop_back();
         const auto fields = SplitFields(shown);
         ASSERT_EQ(fields.size(), 2u) << shown;

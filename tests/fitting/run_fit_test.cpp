@@ -1,4 +1,5 @@
-// A whole run: the plot file, what each kind of failure leaves, the run script and quillet-cli.
+// What a run writes: file names, the formula's lines, the plot file; what each kind of failure
+// leaves; the run script and quillet-cli.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -6,13 +7,16 @@
 #include <sstream>
 
 #include "fit_test_files.h"
+#include "fitting/equ_writer.h"
 #include "fitting/run_fit.h"
+#include "support/run_command.h"
 #include "support/test_env.h"
 
 namespace quillet::fitting {
 namespace {
 
 using testing::ResponseAnswers;
+using testing::RunProgram;
 using testing::TempDir;
 
 bool Contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
@@ -67,12 +71,7 @@ TEST_F(FitRun, PlotFileHoldsDataFitAndResidualsUnderItsHeader) {
 }
 
 TEST_F(FitRun, BadInputLeavesOnlyAReportSayingWhatIsWrong) {
-    struct Row {
-        std::string answer4;   // number of points
-        std::string dataFile;  // question 1
-        std::string responseFile;
-        std::string message;
-    };
+    struct Row { std::string answer4, dataFile, responseFile, message; };  // questions 4 and 1
     const std::vector<Row> rows = {
         {"8", "p.dat", "none.Fit", "The response file \"" + dir / "none.Fit" + "\" was not found."},
         {"8", "nodata.dat", "Q.Fit", "The data file \"" + dir / "nodata.dat" + "\" cannot be read: File not found."},
@@ -124,27 +123,59 @@ TEST_F(FitRun, FitStoppedByItsIterationLimitStillWritesItsFiles) {
     EXPECT_TRUE(Exists("P.equ"));
 }
 
-std::string Quote(const std::string& s) { return "'" + s + "'"; }
-
 TEST_F(FitRun, RunScriptPassesTheRunFolderAndReturnsTheStatus) {
     WritePowerRun();
-    const std::string script = Quote(std::string(QUILLET_PROGRAM_DIR_BUILT) + "/run-FitW.sh");
-    const std::string cd = "cd " + Quote(dir.path()) + " && ";
-    std::string shown;
-    EXPECT_EQ(testing::RunCommand(cd + script + " P.Fit User exit 2>&1", shown), 0) << shown;
+    const std::string script = std::string(QUILLET_PROGRAM_DIR_BUILT) + "/run-FitW.sh";
+    auto run = RunProgram(script, {"P.Fit", "User", "exit"}, "", dir.path());
+    EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_TRUE(Contains(Output("~Quillet.out"), "Run folder:    User\r\n"));
-    EXPECT_TRUE(Contains(shown, "Converged after")) << shown;
-    EXPECT_EQ(testing::RunCommand(cd + script + " P.Fit wait 2>&1", shown), 0) << shown;
+    EXPECT_TRUE(Contains(run.out, "Converged after")) << run.out;
+    run = RunProgram(script, {"P.Fit", "wait"}, "", dir.path());
+    EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_TRUE(Contains(Output("~Quillet.out"), "Run folder:    (none)\r\n"));
-    EXPECT_EQ(testing::RunCommand(cd + script + " Missing.Fit demos exit 2>&1", shown), 2) << shown;
+    EXPECT_EQ(RunProgram(script, {"Missing.Fit", "demos", "exit"}, "", dir.path()).status, 2);
 }
 
 TEST_F(FitRun, QuilletCliFitAnswersHelpAndRefusesWrongCalls) {
-    std::string shown;
-    EXPECT_EQ(testing::RunCommand(Quote(QUILLET_CLI) + " fit --help", shown), 0);
-    EXPECT_TRUE(Contains(shown, "usage: quillet-cli fit FILE [RUNDIR]")) << shown;
-    EXPECT_EQ(testing::RunCommand(Quote(QUILLET_CLI) + " fit 2>&1", shown), 2);
-    EXPECT_EQ(testing::RunCommand(Quote(QUILLET_CLI) + " fit a b c 2>&1", shown), 2);
+    const auto help = RunProgram(QUILLET_CLI, {"fit", "--help"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_TRUE(Contains(help.out, "usage: quillet-cli fit FILE [RUNDIR]")) << help.out;
+    EXPECT_EQ(RunProgram(QUILLET_CLI, {"fit"}).status, 2);
+    EXPECT_EQ(RunProgram(QUILLET_CLI, {"fit", "a", "b", "c"}).status, 2);
+}
+
+std::string WithoutBlanks(std::string s) {
+    std::erase(s, ' ');
+    return s;
+}
+
+TEST(OutputNames, ModelFilesAreNamedAfterTheResponseFile) {
+    EXPECT_EQ(EquFileName("Ex1.Fit"), "Ex1.equ");
+    EXPECT_EQ(EquFileName("Run.FIT"), "Run.equ");
+    EXPECT_EQ(EquFileName("data"), "data.equ");
+}
+
+TEST(FormulaLines, FormulasBreakBetweenTermsWithinTheWidth) {
+    EXPECT_EQ(FormulaLines({"1.5", "2*(x)"}), std::vector<std::string>{"y = 1.5 + 2*(x)"});
+    const std::vector<std::string> terms = {"0.5", std::string(60, '1'), std::string(45, '2'), std::string(30, '3')};
+    const std::vector<std::string> lines = FormulaLines(terms);
+    EXPECT_EQ(lines, (std::vector<std::string>{"y = 0.5 + " + terms[1], "+ " + terms[2] + " + " + terms[3]}));
+}
+
+TEST(FormulaLines, TermsLongerThanALineAreCutWhereNoLineBeginsWithAMinus) {
+    // The cut at 100 would start a line with "-999...", which a value line reader empties.
+    std::string longTerm = std::string(94, '7') + "*((x)-999.25)/(1+((x)-999.25)^2)" + std::string(150, '8');
+    const std::vector<std::string> terms = {"(-1)", longTerm, "3*(x)"};
+    const std::vector<std::string> lines = FormulaLines(terms, 100);
+    std::string joined;
+    for (const auto& line : lines) {
+        EXPECT_LE(line.size(), 100u) << line;
+        EXPECT_NE(line.front(), '-') << line;
+        EXPECT_NE(line.front(), ' ') << line;
+        joined += line;
+    }
+    EXPECT_EQ(lines.front().rfind("y = ", 0), 0u);
+    EXPECT_EQ(WithoutBlanks(joined), WithoutBlanks("y = (-1) + " + longTerm + " + 3*(x)"));
 }
 
 }  // namespace
