@@ -13,7 +13,24 @@
 namespace quillet::testing {
 namespace {
 
-using Menus = UiFixture;
+class Menus : public UiFixture {
+protected:
+    // Triggers `menu` and answers the label texts of the dialog D it opens; `use` acts on the
+    // dialog before it is closed.
+    template <class D>
+    static QStringList DialogTexts(QAction* menu, const std::function<void(D&)>& use = {}) {
+        QStringList texts;
+        QTimer::singleShot(0, [&] {
+            if (auto* dialog = Showing<D>()) {
+                for (const QLabel* l : dialog->template findChildren<QLabel*>()) texts << l->text();
+                if (use) use(*dialog);
+                dialog->accept();
+            }
+        });
+        menu->trigger();
+        return texts;
+    }
+};
 
 QAction* Action(const ui::frmMain& w, const char* name) {
     for (QAction* a : w.findChildren<QAction*>())
@@ -46,6 +63,7 @@ TEST_F(Menus, EveryCaptionIsExactInItsPlace) {
             EXPECT_EQ(a->isSeparator() ? QString() : a->text(), menus[m].second[e]) << menus[m].first << " " << e;
         }
     }
+    EXPECT_EQ(window->windowTitle(), "Quillet, a Calculus-level program");
     EXPECT_EQ(Action(*window, "mnuFileSubmit")->text(), "Submit &Run");
     EXPECT_EQ(Action(*window, "mnuWebLinkO")->text(), "Orlinda");
 }
@@ -100,35 +118,15 @@ TEST_F(Menus, WebEntriesOpenTheirAddressOrTheManualSectionThatStandsInForIt) {
     EXPECT_FALSE(Action(*window, "mnuWebLinkApp")->isEnabled());
 }
 
-QStringList Texts(const QWidget& w) {
-    QStringList out;
-    for (const QLabel* l : w.findChildren<QLabel*>()) out << l->text();
-    return out;
-}
-
 TEST_F(Menus, AboutShowsTheVersionInBothForms) {
-    QStringList texts;
-    QTimer::singleShot(0, [&texts] {
-        if (auto* about = UiFixture::Showing<ui::frmAbout>()) {
-            texts = Texts(*about);
-            about->accept();
-        }
-    });
-    Action(*window, "mnuHelpAbout")->trigger();
+    const QStringList texts = DialogTexts<ui::frmAbout>(Action(*window, "mnuHelpAbout"));
     EXPECT_TRUE(texts.contains("Quillet (Version 6.711)"));
     EXPECT_TRUE(texts.contains("Quillet ... Version 6.711"));
 }
 
 TEST_F(Menus, EmailShowsItsInstructionsAndOpensAMessageWithTheSubject) {
-    QStringList texts;
-    QTimer::singleShot(0, [&texts] {
-        if (auto* email = UiFixture::Showing<ui::frmEmail>()) {
-            texts = Texts(*email);
-            email->findChild<QPushButton*>("cmdEmail")->click();
-            email->accept();
-        }
-    });
-    Action(*window, "mnuHelpEmail")->trigger();
+    const QStringList texts = DialogTexts<ui::frmEmail>(
+        Action(*window, "mnuHelpEmail"), [](ui::frmEmail& email) { email.findChild<QPushButton*>("cmdEmail")->click(); });
     EXPECT_TRUE(texts.contains("Quillet (Version 6.711)"));
     EXPECT_TRUE(texts.contains("Quillet ... Version 6.711"));
     EXPECT_TRUE(texts.contains(

@@ -23,7 +23,7 @@ struct StyleCase {
     SB defaultButton;
 };
 
-TEST(MsgBoxStyle, DecodesButtonsIconAndDefaultFromTheirBits) {
+TEST(MsgBoxStyle, DecodesButtonsIconAndDefaultFromTheirBitsAndGivesTheClassicResults) {
     const StyleCase cases[] = {
         {0, SB::Ok, QMessageBox::NoIcon, SB::Ok},
         {48, SB::Ok, QMessageBox::Warning, SB::Ok},
@@ -47,12 +47,10 @@ TEST(MsgBoxStyle, DecodesButtonsIconAndDefaultFromTheirBits) {
         EXPECT_EQ(d.icon, c.icon) << "style " << c.style;
         EXPECT_EQ(d.defaultButton, c.defaultButton) << "style " << c.style;
     }
-}
-
-TEST(MsgBoxStyle, PressedButtonsGiveTheClassicResults) {
-    const std::pair<SB, int> cases[] = {{SB::Ok, 1},    {SB::Cancel, 2}, {SB::Abort, 3}, {SB::Retry, 4},
-                                        {SB::Ignore, 5}, {SB::Yes, 6},   {SB::No, 7}};
-    for (const auto& [button, result] : cases) EXPECT_EQ(ClassicResult(button), result);
+    // The pressed button gives the classic result.
+    const std::pair<SB, int> results[] = {{SB::Ok, 1},     {SB::Cancel, 2}, {SB::Abort, 3}, {SB::Retry, 4},
+                                          {SB::Ignore, 5}, {SB::Yes, 6},    {SB::No, 7}};
+    for (const auto& [button, result] : results) EXPECT_EQ(ClassicResult(button), result);
 }
 
 TEST(FileFilter, KeepsEachLabelAndGivesQtThePatterns) {

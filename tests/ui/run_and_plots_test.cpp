@@ -19,14 +19,11 @@ namespace {
 
 using RunAndPlots = UiFixture;
 
-TEST_F(RunAndPlots, DemosTabListsTheExamplesWithWhatTheyFit) {
+TEST_F(RunAndPlots, ADemoListedWithWhatItFitsRunsInTheRunWindowWhichClosesAfterExitAndThePlotsShowTheCurve) {
     QTreeWidget* list = window->demos()->list();
     ASSERT_EQ(list->topLevelItemCount(), 1);
     EXPECT_EQ(list->topLevelItem(0)->text(0), "ExDemo.Fit");
     EXPECT_EQ(list->topLevelItem(0)->text(1), "Lorentzian, 1 terms, 5 points of ExDemo.100. One peak on a flat base");
-}
-
-TEST_F(RunAndPlots, ADemoRunsInTheRunWindowWhichClosesAfterExitAndThePlotsShowTheCurve) {
     Find<QCheckBox>("AutoExit")->click();
     ASSERT_TRUE(s.form.AutoExit.value);
     bool blocked = false;

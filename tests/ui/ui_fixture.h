@@ -5,11 +5,18 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QTest>
+#include <filesystem>
 #include <functional>
 #include <memory>
 
 #include "env/file_registry_posix.h"
+#include "env/mdlRegistryAPI.h"
+#include "env/paths.h"
 #include "model/app_state.h"
+#include "model/form_events.h"
+#include "model/response_file.h"
+#include "model/startup.h"
 #include "support/fake_dialogs.h"
 #include "support/test_env.h"
 #include "ui/main_window.h"
@@ -29,12 +36,37 @@ public:
 };
 
 // Processes events until `done` holds or `ms` have passed; answers whether it held.
-bool WaitUntil(const std::function<bool()>& done, int ms = 10000);
+inline bool WaitUntil(const std::function<bool()>& done, int ms = 10000) {
+    for (int waited = 0; waited < ms; waited += 10) {
+        if (done()) return true;
+        QTest::qWait(10);
+    }
+    return done();
+}
 
 class UiFixture : public ::testing::Test {
 protected:
-    UiFixture();
-    ~UiFixture() override;
+    UiFixture() : program(dir / "Quillet"), registry(dir / "hive") {
+        namespace fs = std::filesystem;
+        fs::create_directories(program + "/demos");
+        fs::copy_file(QUILLET_UI_TEST_DATA "/run-FitW.sh", program + "/run-FitW.sh");
+        fs::copy_file(QUILLET_UI_TEST_DATA "/curve.plt", program + "/sample.plt");
+        s.env.dialogs = &dialogs;
+        s.env.clock = &clock;
+        s.env.runner = &runner;
+        s.env.shell = &shell;
+        s.env.registry = &registry;
+        s.env.programDir = program;
+        s.env.parentDir = JoinPath(program, "..");
+        s.env.currentFolder = program;
+        WriteDemo(s.env, program + "/demos");
+        Form_Load(s);
+        window = std::make_unique<ui::frmMain>(s);
+        runner.setParent(window.get());
+        window->show();
+    }
+    // Deleting the window runs no exit routine; the test that closes it checks what that stored.
+    ~UiFixture() override { window.reset(); }
 
     template <class W>
     W* Find(const char* name) const {
@@ -49,7 +81,21 @@ protected:
             if (auto* t = qobject_cast<W*>(w); t && t->isVisible()) return t;
         return nullptr;
     }
-    std::string RegistryText(const std::string& key, const std::string& name);
+    std::string RegistryText(const std::string& key, const std::string& name) {
+        return RegText(GetRegValue(s.env, reg::CurrentUser, key, name, reg::Sz));
+    }
+    // A complete one-peak Lorentzian answer set, saved as an example.
+    static void WriteDemo(const Env& env, const std::string& folder) {
+        AppState demo;
+        demo.env = env;
+        InitFormDesign(demo);
+        SetMethodsText(demo, "Lorentzian");
+        const char* answers[] = {"", "ExDemo.100", "", "1", "5", "1", "1", "1", "0"};
+        for (int q = 1; q <= 8; ++q)
+            if (q != 2) SetText(demo, *AnswerBox(demo.form, q), answers[q]);
+        SetText(demo, demo.form.Note1, "One peak on a flat base");
+        WriteAnsFile(demo, "ExDemo.Fit", folder);
+    }
 
     TempDir dir;
     std::string program;
