@@ -11,11 +11,11 @@
 namespace quillet::testing {
 namespace {
 
-// A probe that fails with the scripted error numbers first, then answers `found`.
-PathProbe Failing(std::deque<int> errors, bool found, int& calls) {
-    return [errors, found, &calls](const std::string&, bool) mutable {
+// A probe that fails with the scripted error numbers first, then finds the path.
+PathProbe Failing(std::deque<int> errors, int& calls) {
+    return [errors, &calls](const std::string&, bool) mutable {
         ++calls;
-        if (errors.empty()) return found;
+        if (errors.empty()) return true;
         int n = errors.front();
         errors.pop_front();
         Raise(n);
@@ -29,7 +29,7 @@ TEST(PathTests, PlatformFailuresAreAnsweredByNumber) {
         bool result;
         int calls;
         bool quits;
-        std::string text;  // of every box shown
+        std::string text;  // of every box shown, one for each answer
         int style;
     };
     const std::string floppy = "Put a floppy disk in the drive and cloce the drive door.";
@@ -51,15 +51,12 @@ TEST(PathTests, PlatformFailuresAreAnsweredByNumber) {
             Env env;
             env.dialogs = &dialogs;
             int calls = 0;
-            env.probe = Failing(c.errors, true, calls);
+            env.probe = Failing(c.errors, calls);
             EXPECT_EQ(folder ? dirExists(env, "Q:\\x") : FileExists(env, "Q:\\x"), c.result);
             EXPECT_EQ(calls, c.calls);
             EXPECT_EQ(env.quitRequested, c.quits);
-            for (const ShownBox& box : dialogs.boxes) {
-                EXPECT_EQ(box.title, "In '" + routine + "' routine ...");
-                EXPECT_EQ(box.text, c.text);
-                EXPECT_EQ(box.style, c.style);
-            }
+            const ShownBox box{c.text, "In '" + routine + "' routine ...", c.style};
+            EXPECT_EQ(dialogs.boxes, std::vector<ShownBox>(c.answers.size(), box));
         }
     }
 }
