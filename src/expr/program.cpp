@@ -53,15 +53,17 @@ struct Machine {
 template <Op op, Fresh f>
 inline double Do(const Step& s, Machine& m, double last) {
     double* const r = m.r;
-    const double a = f == Fresh::A ? last : r[s.a];
+    // Read only by the ops that have them: elsewhere a and b are no registers.
+    auto a = [&] { return f == Fresh::A ? last : r[s.a]; };
+    auto b = [&] { return f == Fresh::B ? last : r[s.b]; };
     if constexpr (IsArithmetic(op)) {
-        return r[s.out] = Apply(op, a, f == Fresh::B ? last : r[s.b]);
+        return r[s.out] = Apply(op, a(), b());
     } else if constexpr (op == Op::Exp) {
-        return r[s.out] = Exp(a);
+        return r[s.out] = Exp(a());
     } else if constexpr (op == Op::Sin) {
-        return r[s.out] = Sine(a, m.degrees);
+        return r[s.out] = Sine(a(), m.degrees);
     } else if constexpr (op == Op::Cos) {
-        return r[s.out] = Cosine(a, m.degrees);
+        return r[s.out] = Cosine(a(), m.degrees);
     } else if constexpr (op == Op::Random) {
         return r[s.out] = m.random.Next();
     } else if constexpr (op == Op::Call) {
