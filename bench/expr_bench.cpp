@@ -91,11 +91,13 @@ bool SameValues(const BenchFormula& f) {
     p.SetExpr(f.muparser);
     const double a = eq.Solution(), b = p.Eval();
     std::printf("%-13s %5zu chars  clsEquation %.17g  muparser %.17g\n", f.name.c_str(), f.quillet.size(), a, b);
+    std::fflush(stdout);
     return std::fabs(a - b) <= 1e-12 * std::fabs(b);
 }
 
 class Collect : public benchmark::ConsoleReporter {
 public:
+    Collect() : ConsoleReporter(OO_Tabular) {}
     void ReportRuns(const std::vector<Run>& runs) override {
         ConsoleReporter::ReportRuns(runs);
         for (const Run& r : runs) cpuNs[r.benchmark_name()] = r.GetAdjustedCPUTime();

@@ -41,6 +41,7 @@ inline std::vector<BenchFormula> Formulas() {
         "+7.654321098765432*exp((0-1.2345678901234567)*(x))+3.141592653589793*exp((0-0.012345678901234)*(x))";
     const std::string lorentzian3 = LorentzianSeries(3);
     const std::string lorentzian20 = LorentzianSeries(20);
+    const std::string lorentzian60 = LorentzianSeries(60);
     return {
         {"lorentzian3", lorentzian3, lorentzian3, 9.5},
         {"exponential3", exponential, exponential, 2.5},
@@ -50,6 +51,8 @@ inline std::vector<BenchFormula> Formulas() {
          "sin(x)+cos(x)*tan(x/3)-atn(x)+exp(-x)*log(x+2)+sqr(abs(x)+1)-sgn(x)*sinh(x/2)+log10(x+3)*max(x,1)",
          "sin(x)+cos(x)*tan(x/3)-atan(x)+exp(-x)*ln(x+2)+sqrt(abs(x)+1)-sign(x)*sinh(x/2)+log10(x+3)*max(x,1)",
          0.7},
+        // Several thousand characters: the size for which parsing plus solving must stay quick.
+        {"lorentzian60", lorentzian60, lorentzian60, 40},
     };
 }
 

@@ -93,6 +93,7 @@ private:
     Program p_;
     std::vector<bool> constant_;  // per register: fixed by the formula alone
     std::map<std::string, Variable, std::less<>> variablesByName_;
+    std::uint32_t result_ = 0;  // the register of the solution
 };
 
 Compiler::Compiler(const ParsedFormula& f, Variables& v) : f_(f), variables_(v) {
@@ -246,16 +247,16 @@ const Compiler::Variable& Compiler::VariableNamed(const std::string& name) {
 
 void Compiler::Name(int pos) {
     const std::string& name = TokenAt(pos).text;
-    double v = 0;
+    double constant = 0;
     std::uint32_t reg = 0;
     if (name == "rnd") {
         reg = Emit(Op::Random);
-    } else if (FindConstant(name, v)) {
-        reg = Register(v, true);
+    } else if (FindConstant(name, constant)) {
+        reg = Register(constant, true);
     } else {
-        const Variable& v = VariableNamed(name);
-        reg = v.reg;
-        Emit(Op::CheckVariable, v.slot, v.message);
+        const Variable& variable = VariableNamed(name);
+        reg = variable.reg;
+        Emit(Op::CheckVariable, variable.slot, variable.message);
     }
     work_[Ix(pos)] = Entry::Result(reg);
 }
@@ -287,7 +288,7 @@ void Compiler::Collapse() {
             default: throw Failure{eqerr::InvalidEquation, "Invalid Equation"};
         }
     }
-    p_.result = Read(NextFilled(-1));
+    result_ = Read(NextFilled(-1));
 }
 
 Program Compiler::Run() {
@@ -297,7 +298,7 @@ Program Compiler::Run() {
         p_.steps.push_back(
             Step{Op::Raise, Fresh::None, 0, 0, static_cast<std::uint32_t>(f.number), Message(f.description)});
     }
-    p_.steps.push_back(Step{Op::End, Fresh::None, 0, 0, p_.result});
+    p_.steps.push_back(Step{Op::End, Fresh::None, 0, 0, result_});
     p_.Link();
     return std::move(p_);
 }

@@ -44,11 +44,13 @@ void clsEquation::Var(const std::string& name, double value) {
 
 void clsEquation::VarClear() {
     variables_.Clear();
+    program_.inputsDefined = false;
     needsSolving_ = true;
 }
 
 void clsEquation::VarRemove(const std::string& name) {
     variables_.Remove(name);
+    program_.inputsDefined = false;
     needsSolving_ = true;
 }
 

@@ -126,16 +126,17 @@ namespace {
 // The solve itself; a sweep solves again for each of its values, without leaving. Registers
 // are the program's own, changed in place.
 template <bool kSweep>
-double Solve(const Program& p, double* r, const Variables& variables, bool degrees, SingleRandom& random,
+double Solve(Program& p, double* r, const Variables& variables, bool degrees, SingleRandom& random,
              Sweep* sweep) {
     Machine m{r, p, variables, degrees, random};
-    bool allDefined = true;
     double last = 0;  // the first input's value, as if a step had just produced it
-    for (auto in = p.inputs.rbegin(); in != p.inputs.rend(); ++in) {
-        allDefined &= variables.Defined(in->slot);
-        last = r[in->reg] = variables.Value(in->slot);
+    if (!p.inputsDefined) {
+        bool all = true;
+        for (const Program::Input& in : p.inputs) all &= variables.Defined(in.slot);
+        p.inputsDefined = all;
     }
-    const Step* const first = (allDefined ? p.unchecked : p.steps).data();
+    for (auto in = p.inputs.rbegin(); in != p.inputs.rend(); ++in) last = r[in->reg] = variables.Value(in->slot);
+    const Step* const first = (p.inputsDefined ? p.unchecked : p.steps).data();
     const Step* s = first;
     double y = 0;
     // The swept variable takes its next value, if the formula reads it at all.

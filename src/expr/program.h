@@ -64,10 +64,12 @@ struct Program {
     // The same steps without the variable checks, for a solve where every input is defined.
     std::vector<Step> unchecked;  // both end with an End step
     std::vector<Input> inputs;
+    // Known true once every input was found defined; setting a variable cannot undo that, so
+    // only removing variables must clear it.
+    bool inputsDefined = false;
     // Literals and constants are filled in once; the steps write the rest.
     std::vector<double> registers;
     std::vector<std::string> messages;
-    std::uint32_t result = 0;
 
     // Marks fresh operands and sets each step's code; once, after the steps are complete.
     void Link();
