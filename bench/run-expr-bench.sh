@@ -1,15 +1,16 @@
 #!/bin/sh
 # Builds the expression bench at -O2 in its own build folder and runs it: clsEquation beside
-# muparser, with the ratios at the end. Usage: bench/run-expr-bench.sh [BUILD_DIR] [bench options]
+# muparser, with the ratios at the end. Arguments go to the bench (--benchmark_filter=...);
+# QUILLET_BENCH_BUILD_DIR chooses the build folder.
 set -e
 root=$(cd "$(dirname "$0")/.." && pwd)
-build=${1:-$root/build-expr-bench}
-[ $# -gt 0 ] && shift
+build=${QUILLET_BENCH_BUILD_DIR:-$root/build-expr-bench}
 
 # muparser is the bench's yardstick only, never a dependency of the program.
 if ! dpkg -s libmuparser-dev >/dev/null 2>&1; then
-    if [ "$(id -u)" -eq 0 ]; then apt-get install -y --no-install-recommends libmuparser-dev
-    else sudo apt-get install -y --no-install-recommends libmuparser-dev; fi
+    sudo=$([ "$(id -u)" -eq 0 ] || echo sudo)
+    $sudo apt-get update
+    $sudo apt-get install -y --no-install-recommends libmuparser-dev
 fi
 
 cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS_RELEASE="-O2 -DNDEBUG" \

@@ -44,7 +44,7 @@ struct Machine {
     return s.fn(FunctionCall{r[s.a], r[s.b], degrees, random});
 }
 
-[[noreturn, gnu::noinline]] void Raise(const Program& p, int number, const Step& s) {
+[[noreturn, gnu::noinline]] void RaiseAt(const Program& p, int number, const Step& s) {
     RaiseEq(number, p.messages[s.b]);
 }
 
@@ -70,35 +70,11 @@ inline double Do(const Step& s, Machine& m, double last) {
         return r[s.out] = Call(s, r, m.degrees, m.random);
     } else if constexpr (op == Op::CheckVariable) {
         if (!m.variables.Defined(VarSlot{s.a})) [[unlikely]]
-            Raise(m.program, eqerr::UndefinedVariable, s);
+            RaiseAt(m.program, eqerr::UndefinedVariable, s);
         return last;
     } else {
-        Raise(m.program, static_cast<int>(s.a), s);
+        RaiseAt(m.program, static_cast<int>(s.a), s);
     }
-}
-
-}  // namespace
-
-double Arithmetic(Op op, double a, double b) { return Apply(op, a, b); }
-
-void Program::Link() {
-    // Run starts with the first input's value as the last one produced.
-    bool produced = !inputs.empty();
-    std::uint32_t last = produced ? inputs.front().reg : 0;  // where that value is
-    for (Step& s : steps) {
-        s.fresh = !produced                     ? Fresh::None
-                  : TakesA(s.op) && s.a == last ? Fresh::A
-                  : TakesB(s.op) && s.b == last ? Fresh::B
-                                                : Fresh::None;
-        s.code = static_cast<std::uint8_t>(3 * static_cast<int>(s.op) + static_cast<int>(s.fresh));
-        if (Produces(s.op)) {
-            produced = true;
-            last = s.out;
-        }
-    }
-    unchecked.clear();
-    for (const Step& s : steps)
-        if (s.op != Op::CheckVariable) unchecked.push_back(s);
 }
 
 // Every op but End, in the order of the enumeration: the dispatch table holds three entries
@@ -106,8 +82,6 @@ void Program::Link() {
 #define QUILLET_OPS(X)                                                                                 \
     X(Add) X(Sub) X(Mul) X(Div) X(IntDiv) X(IntMod) X(Pow) X(Square) X(TimesTenTo) X(TimesTenToMinus) \
     X(Negate) X(Random) X(Exp) X(Sin) X(Cos) X(Call) X(CheckVariable) X(Raise)
-
-namespace {
 
 #define QUILLET_ENUMERATOR(name) Op::name,
 constexpr Op kOps[] = {QUILLET_OPS(QUILLET_ENUMERATOR)};
@@ -118,10 +92,6 @@ constexpr bool ListedInOrder() {
     return std::size(kOps) == static_cast<std::size_t>(Op::End);
 }
 static_assert(ListedInOrder(), "the dispatch table follows the enumeration");
-
-}  // namespace
-
-namespace {
 
 // The solve itself; a sweep solves again for each of its values, without leaving. Registers
 // are the program's own, changed in place.
@@ -206,6 +176,28 @@ Solved:
 }
 
 }  // namespace
+
+double Arithmetic(Op op, double a, double b) { return Apply(op, a, b); }
+
+void Program::Link() {
+    // Run starts with the first input's value as the last one produced.
+    bool produced = !inputs.empty();
+    std::uint32_t last = produced ? inputs.front().reg : 0;  // where that value is
+    for (Step& s : steps) {
+        s.fresh = !produced                     ? Fresh::None
+                  : TakesA(s.op) && s.a == last ? Fresh::A
+                  : TakesB(s.op) && s.b == last ? Fresh::B
+                                                : Fresh::None;
+        s.code = static_cast<std::uint8_t>(3 * static_cast<int>(s.op) + static_cast<int>(s.fresh));
+        if (Produces(s.op)) {
+            produced = true;
+            last = s.out;
+        }
+    }
+    unchecked.clear();
+    for (const Step& s : steps)
+        if (s.op != Op::CheckVariable) unchecked.push_back(s);
+}
 
 double Program::Run(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep) {
     return sweep ? Solve<true>(*this, registers.data(), variables, degrees, random, sweep)

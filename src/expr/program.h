@@ -13,6 +13,7 @@
 
 namespace quillet::expr {
 
+// The arithmetic comes first, from Add to Negate.
 enum class Op : std::uint8_t {
     Add, Sub, Mul, Div, IntDiv, IntMod, Pow,
     Square,           // "^" with the constant 2 as exponent

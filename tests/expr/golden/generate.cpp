@@ -39,7 +39,10 @@ std::string Expr(int depth);
 
 std::string Atom() {
     if (Chance(3)) return OneOf(kOdd);
-    if (Chance(10)) return std::string(OneOf(kNumbers)) + OneOf(kNames);  // implied product
+    if (Chance(10)) {  // implied product
+        const char* name = OneOf(kNames);
+        return std::string(OneOf(kNumbers)) + name;
+    }
     return Chance(50) ? OneOf(kNumbers) : OneOf(kNames);
 }
 
@@ -72,7 +75,8 @@ std::string Expr(int depth) {
 std::string Series() {
     auto number = [](bool sign) {
         char buf[40];
-        const double v = std::ldexp(static_cast<double>(rng()), -static_cast<int>(20 + Pick(16)));
+        const int exponent = -static_cast<int>(20 + Pick(16));
+        const double v = std::ldexp(static_cast<double>(rng()), exponent);
         std::snprintf(buf, sizeof buf, sign && Chance(40) ? "(0-%.17g)" : "%.17g", v);
         return std::string(buf);
     };
@@ -134,8 +138,10 @@ std::string Formula() {
 double XValue() {
     static const double kValues[] = {0, 1, -1, 0.5, -2.5, 3, 90, 1e-3, 123.456, -1e6, 1e300, -0.0};
     if (Chance(30)) return kValues[Pick(std::size(kValues))];
-    const double mantissa = static_cast<double>((static_cast<std::uint64_t>(rng()) << 21) ^ rng());
-    return (Chance(50) ? -1 : 1) * std::ldexp(mantissa, -static_cast<int>(50 + Pick(8)));
+    const std::uint64_t high = rng();
+    const double mantissa = static_cast<double>((high << 21) ^ rng());
+    const double sign = Chance(50) ? -1 : 1;
+    return sign * std::ldexp(mantissa, -static_cast<int>(50 + Pick(8)));
 }
 
 std::string Shortest(double v) {
