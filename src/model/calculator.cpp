@@ -58,6 +58,21 @@ std::string ResultText(double y) {
 
 }  // namespace
 
+bool ModelCurve(const std::string& path, std::span<const double> xs, std::vector<double>& ys) {
+    LineReader in = LineReader::Open(path);
+    if (!in.isOpen()) return false;
+    const ModelFile model = ReadModelFile(in);
+    try {
+        clsEquation eq;
+        eq.Equation(PrepareFormula(model.formula, "x"));
+        ys.assign(xs.size(), 0.0);
+        eq.Solutions(eq.Slot("x"), xs, ys);
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
 bool ValidmodelX(const std::string& text) {
     // An empty text passes the character test but leaves nothing to evaluate.
     return !text.empty() && text.find_first_not_of("0123456789+-.><") == std::string::npos;

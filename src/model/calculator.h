@@ -1,7 +1,9 @@
 #pragma once
 // The calculator tab: evaluates a math-model file (".equ") at the X typed by the person.
 #include <optional>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "model/app_state.h"
 
@@ -13,6 +15,11 @@ namespace quillet {
 // expression class, whose box shows the error's own description. The boxes keep their
 // contents when the calculation stops before them.
 std::optional<double> cmdCalculate_Click(AppState& s);
+
+// The model of the math-model file at `path` as a function of x, evaluated at every X of `xs`
+// in one call (the plot viewer draws fitted curves with it). False when the file cannot be
+// read or the formula raises an error.
+bool ModelCurve(const std::string& path, std::span<const double> xs, std::vector<double>& ys);
 
 // True when every character of the X text is a digit, "+", "-", ".", ">" or "<" (and there
 // is at least one).

@@ -4,6 +4,7 @@
 #include <QChartView>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QDir>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -15,10 +16,29 @@
 #include <QValueAxis>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <vector>
+
+#include "model/calculator.h"
 
 namespace quillet::ui {
 
 namespace {
+
+// The fitted model drawn smoothly between the first and last X, from the math-model file the
+// run wrote beside the plot file (named after the response file); empty when there is none.
+QList<QPointF> SmoothFit(const QString& plotPath, const PlotData& d) {
+    if (d.data.size() < 2 || d.title.isEmpty()) return {};
+    const auto [lo, hi] = std::minmax_element(d.data.begin(), d.data.end(),
+                                              [](const QPointF& a, const QPointF& b) { return a.x() < b.x(); });
+    constexpr int kPoints = 1000;
+    std::vector<double> xs(kPoints), ys;
+    for (int i = 0; i < kPoints; ++i) xs[i] = lo->x() + (hi->x() - lo->x()) * i / (kPoints - 1);
+    const QString equ = QFileInfo(plotPath).dir().filePath(d.title + ".equ");
+    if (!ModelCurve(equ.toStdString(), xs, ys)) return {};
+    QList<QPointF> curve;
+    for (int i = 0; i < kPoints; ++i) curve.append({xs[i], ys[i]});
+    return curve;
+}
 
 // Zooms with the mouse wheel as well as with the rubber band.
 class ZoomableView : public QChartView {
@@ -122,6 +142,7 @@ bool PlotViewer::Load(const QString& path) {
     const bool ok = ReadPlotFile(path, data_, error);
     setWindowTitle("Quillet plots - " + QFileInfo(path).fileName());
     if (!ok) data_ = PlotData{};
+    if (QList<QPointF> smooth = SmoothFit(path, data_); !smooth.isEmpty()) data_.fit = smooth;
     Show();
     info_->setText(ok ? QString("Residual sum of squares: %1    Standard deviation: %2    Points: %3")
                             .arg(data_.rss.isEmpty() ? "-" : data_.rss, data_.stddev.isEmpty() ? "-" : data_.stddev)

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -154,6 +155,19 @@ TEST_F(Calculator, DeviationIsTheTextAfterTheFirstEqualsSign) {
         ASSERT_TRUE(CalculateAt("1"));
         EXPECT_EQ(s.form.tbDeviation.text, c.shown);
     }
+}
+
+TEST_F(Calculator, ModelCurveEvaluatesTheFileOverManyXAsTheTabDoes) {
+    UseModel({"y = 2.5e-1*(x)^2 +", "exp(-(x))"});
+    const std::vector<double> xs = {-1.5, 0, 2};
+    std::vector<double> ys;
+    ASSERT_TRUE(ModelCurve(dir / "model.equ", xs, ys));
+    for (std::size_t i = 0; i < xs.size(); ++i) EXPECT_EQ(ys[i], *CalculateAt(std::to_string(xs[i]))) << xs[i];
+    EXPECT_DOUBLE_EQ(ys[2], 1 + std::exp(-2.0));
+
+    UseModel({"y = 1/(x)"});
+    EXPECT_FALSE(ModelCurve(dir / "model.equ", xs, ys));  // division by zero at x = 0
+    EXPECT_FALSE(ModelCurve(dir / "none.equ", xs, ys));
 }
 
 TEST(ValidmodelX, AcceptsOnlyDigitsSignsPointsAndExponentMarks) {
