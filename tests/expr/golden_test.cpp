@@ -45,7 +45,7 @@ std::vector<std::string> Fields(const std::string& line) {
     return fields;
 }
 
-// Each line was written by tests/expr/golden/generate.cpp: the formula solved three times on
+// Each line was written by tools/expr-golden/generate.cpp: the formula solved three times on
 // one object as X changes, the third time with q defined and Degrees flipped, then at the
 // sweep's X values. Every other line goes through the array call.
 TEST(GoldenResults, EveryGeneratedFormulaGivesItsRecordedResultBitForBit) {

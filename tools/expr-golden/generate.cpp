@@ -1,6 +1,6 @@
 // Writes the expression class's results over generated formulas, one case a line, for the
 // differential test to hold every later version of the evaluator to. Run from the top folder:
-//   tests/expr/golden/generate.sh
+//   tools/expr-golden/generate.sh
 // Line: degrees, formula, then three solves on one object, each as X and the result's bits
 // in hex or "!number:source:description"; the third solve also defines q and flips Degrees;
 // last the hash of the outcomes at the sweep's X values.
