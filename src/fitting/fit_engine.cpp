@@ -1,6 +1,5 @@
 #include "fitting/fit_engine.h"
 
-#include <ceres/covariance.h>
 #include <ceres/iteration_callback.h>
 #include <ceres/problem.h>
 #include <ceres/solver.h>
@@ -10,6 +9,7 @@
 #include <cmath>
 #include <limits>
 
+#include "fitting/covariance.h"
 #include "fitting/number_text.h"
 #include "fitting/series_cost.h"
 
@@ -77,23 +77,14 @@ EngineOptions Applied(const ceres::Solver::Options& c, const EngineOptions& o) {
     return a;
 }
 
-// Standard errors from the covariance (J'J)^-1, scaled by the residual variance.
-std::vector<double> StandardErrors(ceres::Problem& problem, double* block, int np, double variance,
-                                   std::string& note) {
-    ceres::Covariance::Options co;
-    co.algorithm_type = ceres::DENSE_SVD;
-    co.num_threads = 1;
-    ceres::Covariance covariance(co);
-    std::vector<std::pair<const double*, const double*>> blocks = {{block, block}};
-    if (!covariance.Compute(blocks, &problem)) {
-        note = "the parameters are not independent at the fitted values (the Jacobian is rank deficient)";
-        return {};
-    }
-    std::vector<double> c(static_cast<std::size_t>(np) * static_cast<std::size_t>(np));
-    covariance.GetCovarianceBlock(block, block, c.data());
-    std::vector<double> se(static_cast<std::size_t>(np));
-    for (std::size_t k = 0; k < se.size(); ++k) se[k] = std::sqrt(c[k * se.size() + k] * variance);
-    return se;
+// The Jacobian of the weighted residuals at `params`, row-major; empty when it cannot be evaluated.
+std::vector<double> JacobianAt(const SeriesCost& cost, const std::vector<double>& params) {
+    const std::size_t n = static_cast<std::size_t>(cost.num_residuals());
+    std::vector<double> residuals(n), jacobian(n * params.size());
+    const double* p = params.data();
+    double* j = jacobian.data();
+    if (!cost.Evaluate(&p, residuals.data(), &j)) return {};
+    return jacobian;
 }
 
 bool AllFinite(const std::vector<double>& values) {
@@ -169,8 +160,12 @@ FitResult RunEngine(const FitProblem& fp) {
     if (result.outcome == FitOutcome::Diverged) return result;
 
     const long dof = static_cast<long>(fp.u.size()) - np;
-    result.stdErrors = StandardErrors(problem, block, np, result.weightedRss / static_cast<double>(dof),
-                                      result.stdErrorsNote);
+    const std::vector<double> jacobian = JacobianAt(cost, result.params);
+    if (jacobian.empty())
+        result.stdErrorsNote = "the model's derivatives cannot be evaluated at the fitted values";
+    else
+        result.stdErrors = StandardErrors(jacobian, np, result.weightedRss / static_cast<double>(dof),
+                                          result.stdErrorsNote);
     return result;
 }
 

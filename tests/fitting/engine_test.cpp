@@ -6,6 +6,7 @@
 #include <random>
 
 #include "fit_test_files.h"
+#include "fitting/covariance.h"
 #include "fitting/fit_engine.h"
 #include "fitting/models.h"
 #include "fitting/solver_options.h"
@@ -134,6 +135,28 @@ TEST(FitEngine, WeightedFitMinimisesTheWeightedSum) {
         }
     }
     for (std::size_t k = 0; k < np; ++k) EXPECT_LE(std::fabs(g[k]), 1e-5 * scale[k]) << k;
+}
+
+TEST(StandardErrors, StraightLineErrorsFollowTheClosedForm) {
+    // y = a + b x at x = 0..4: (J'J)^-1 = [[30, -10], [-10, 5]] / 50.
+    std::vector<double> j;
+    for (int x = 0; x < 5; ++x) j.insert(j.end(), {1.0, static_cast<double>(x)});
+    std::string note;
+    const std::vector<double> se = StandardErrors(j, 2, 4.0, note);
+    ASSERT_EQ(se.size(), 2u) << note;
+    EXPECT_NEAR(se[0], 2 * std::sqrt(0.6), 1e-14);
+    EXPECT_NEAR(se[1], 2 * std::sqrt(0.1), 1e-14);
+}
+
+TEST(StandardErrors, DependentParametersHaveNone) {
+    // Two parameters that move the curve the same way, exactly and within rounding.
+    for (double twin : {1.0, 1.0 + 1e-9}) {
+        std::vector<double> j;
+        for (int x = 1; x <= 6; ++x) j.insert(j.end(), {static_cast<double>(x), twin * x, 1.0});
+        std::string note;
+        EXPECT_TRUE(StandardErrors(j, 3, 1.0, note).empty()) << twin;
+        EXPECT_NE(note.find("rank deficient"), std::string::npos) << note;
+    }
 }
 
 TEST(ResidualWeights, PointsNearTheAxisWeighAboutAHundredTimesMore) {
