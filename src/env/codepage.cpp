@@ -59,6 +59,11 @@ std::size_t DecodeOne(std::string_view s, std::size_t i, char32_t& cp) {
     if (cp < kMin[len] || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) return 0;
     return len;
 }
+// The end of the run of ASCII bytes that starts at s[i].
+std::size_t AsciiRun(std::string_view s, std::size_t i) {
+    while (i < s.size() && static_cast<unsigned char>(s[i]) < 0x80) ++i;
+    return i;
+}
 }  // namespace
 
 bool IsValidUtf8(std::string_view s) {
@@ -87,6 +92,13 @@ std::string Utf8ToCp1252(std::string_view s) {
     std::string out;
     out.reserve(s.size());
     for (std::size_t i = 0; i < s.size();) {
+        // Runs of ASCII, nearly all of a plot or report, go over as they are.
+        const std::size_t ascii = AsciiRun(s, i);
+        if (ascii > i) {
+            out.append(s, i, ascii - i);
+            i = ascii;
+            continue;
+        }
         char32_t cp;
         auto n = DecodeOne(s, i, cp);
         if (n == 0) {  // not UTF-8 after all: keep the byte

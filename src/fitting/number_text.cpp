@@ -31,10 +31,16 @@ std::vector<std::string_view> SplitFields(std::string_view line) {
     return fields;
 }
 
-std::string FormatNumber(double v) {
+void AppendNumber(std::string& out, double v) {
     char buf[64];
     auto [end, ec] = std::to_chars(buf, buf + sizeof buf, v);
-    return std::string(buf, ec == std::errc() ? end : buf);
+    out.append(buf, ec == std::errc() ? end : buf);
+}
+
+std::string FormatNumber(double v) {
+    std::string t;
+    AppendNumber(t, v);
+    return t;
 }
 
 std::string FormatShort(double v, int digits) {

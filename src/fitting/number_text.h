@@ -16,6 +16,8 @@ std::vector<std::string_view> SplitFields(std::string_view line);
 
 // The shortest text that reads back to the same double ("0.1", "1e-05").
 std::string FormatNumber(double v);
+// The same text appended to `out`, for long tables.
+void AppendNumber(std::string& out, double v);
 
 // `digits` significant digits for a person ("0.0123", "1.5e+07").
 std::string FormatShort(double v, int digits = 6);

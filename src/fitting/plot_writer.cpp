@@ -1,5 +1,7 @@
 #include "fitting/plot_writer.h"
 
+#include <iterator>
+
 #include "env/text.h"
 #include "fitting/number_text.h"
 #include "model/catalogue.h"
@@ -14,10 +16,15 @@ std::string PlotText(const CompletedFit& fit) {
     t += "# x: X   y: Y" + std::string(kCrLf);
     t += "# rss: " + FormatNumber(fit.rss) + "   stddev: " + FormatNumber(fit.stddev) + kCrLf;
     t += "# columns: x\ty\tfit\tresidual" + std::string(kCrLf);
+    t.reserve(t.size() + fit.data.x.size() * 96);
     for (std::size_t i = 0; i < fit.data.x.size(); ++i) {
         const double y = fit.data.y[i];
-        t += FormatNumber(fit.data.x[i]) + "\t" + FormatNumber(y) + "\t" + FormatNumber(fit.fitted[i]) + "\t" +
-             FormatNumber(y - fit.fitted[i]) + kCrLf;
+        const double row[] = {fit.data.x[i], y, fit.fitted[i], y - fit.fitted[i]};
+        for (std::size_t k = 0; k < std::size(row); ++k) {
+            if (k > 0) t += '\t';
+            AppendNumber(t, row[k]);
+        }
+        t += kCrLf;
     }
     return t;
 }
