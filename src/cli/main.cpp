@@ -1,6 +1,10 @@
 #include <iostream>
 #include <stdexcept>
 
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
+
 #include "cli/commands.h"
 
 namespace quillet::cli {
@@ -37,7 +41,18 @@ static void PrintOverview(std::ostream& out) {
     for (const auto& c : quillet::cli::Commands()) out << "  " << c.usage << "\n      " << c.summary << "\n";
 }
 
+// A command runs once and ends, so memory it frees is kept for its next allocation rather than
+// handed back to the system: a fit over thousands of points would otherwise fault in fresh
+// pages for each of its large matrices.
+static void KeepFreedMemory() {
+#if defined(__GLIBC__)
+    mallopt(M_MMAP_THRESHOLD, 64 << 20);
+    mallopt(M_TRIM_THRESHOLD, 128 << 20);
+#endif
+}
+
 int main(int argc, char** argv) {
+    KeepFreedMemory();
     using namespace quillet::cli;
     std::vector<std::string> args(argv + 1, argv + argc);
     if (args.empty()) {

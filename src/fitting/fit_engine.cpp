@@ -47,7 +47,9 @@ ceres::Solver::Options SolverOptions(const EngineOptions& o) {
     ceres::Solver::Options c;
     c.minimizer_type = ceres::TRUST_REGION;
     c.trust_region_strategy_type = ceres::LEVENBERG_MARQUARDT;
-    c.linear_solver_type = ceres::DENSE_QR;
+    // Normal equations: with a few parameters and thousands of points J'J is a small matrix,
+    // and the step's accuracy only sets how fast the fit converges, not where.
+    c.linear_solver_type = ceres::DENSE_NORMAL_CHOLESKY;
     c.num_threads = 1;
     c.logging_type = ceres::SILENT;
     c.minimizer_progress_to_stdout = false;
