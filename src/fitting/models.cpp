@@ -12,32 +12,61 @@ namespace {
 
 constexpr int kMaxGroups = 4;
 
+// The sum of a model's terms over many points, term by term, with the term's code inlined.
+template <double (*Term)(int, const double*, double, double*)>
+void SumOfTerms(const Model& m, const double* p, const double* u, std::size_t n, double* values, double* jacobian) {
+    const int groups = static_cast<int>(m.kind().groups.size());
+    const std::size_t np = static_cast<std::size_t>(m.parameterCount());
+    const double offset = m.kind().hasOffset ? p[0] : 0;
+    for (std::size_t j = 0; j < n; ++j) values[j] = offset;
+    if (jacobian && m.kind().hasOffset)
+        for (std::size_t j = 0; j < n; ++j) jacobian[j * np] = 1;
+    for (int i = 1; i <= m.terms(); ++i) {
+        double q[kMaxGroups];
+        std::size_t column[kMaxGroups];
+        for (int g = 0; g < groups; ++g) {
+            column[g] = static_cast<std::size_t>(m.index(g, i));
+            q[g] = p[column[g]];
+        }
+        if (!jacobian) {
+            for (std::size_t j = 0; j < n; ++j) values[j] += Term(i, q, u[j], nullptr);
+            continue;
+        }
+        for (std::size_t j = 0; j < n; ++j) {
+            double dq[kMaxGroups];
+            values[j] += Term(i, q, u[j], dq);
+            double* row = jacobian + j * np;
+            for (int g = 0; g < groups; ++g) row[column[g]] = dq[g];
+        }
+    }
+}
+
 const std::array<ModelKind, 7>& Kinds() {
     static const std::array<ModelKind, 7> kinds = {{
         {model::Lorentzian, true,
          {{"A", 9, Scale::Y, false}, {"PW50", 10, Scale::X, false}, {"t0", 11, Scale::X, false}},
-         terms::Lorentzian},
+         SumOfTerms<terms::Lorentzian>},
         {model::ModifiedLorentzian, true,
          {{"A", 9, Scale::Y, false},
           {"PW50", 10, Scale::X, false},
           {"t0", 11, Scale::X, false},
           {"B", 12, Scale::Y, false}},
-         terms::ModifiedLorentzian},
+         SumOfTerms<terms::ModifiedLorentzian>},
         {model::Exponential, true, {{"A", 9, Scale::Y, false}, {"B", 10, Scale::PerX, false}},
-         terms::Exponential},
-        {model::Power, true, {{"A", 9, Scale::YPerXPower, false}}, terms::Power},
+         SumOfTerms<terms::Exponential>},
+        {model::Power, true, {{"A", 9, Scale::YPerXPower, false}}, SumOfTerms<terms::Power>},
         {model::Sine, true,
          {{"A", 9, Scale::Y, false}, {"B", 10, Scale::PerX, true}, {"C", 11, Scale::None, false}},
-         terms::Sine},
+         SumOfTerms<terms::Sine>},
         {model::SineExponential, true,
          {{"A", 9, Scale::Y, false},
           {"B", 10, Scale::PerX, true},
           {"C", 11, Scale::None, false},
           {"D", 12, Scale::PerX, false}},
-         terms::SineExponential},
+         SumOfTerms<terms::SineExponential>},
         {model::BellCurve, false,
          {{"T0", 9, Scale::X, false}, {"A", 10, Scale::Y, false}, {"B", 11, Scale::X, false}},
-         terms::BellCurve},
+         SumOfTerms<terms::BellCurve>},
     }};
     return kinds;
 }
@@ -83,21 +112,13 @@ bool Model::isFrequency(int k) const {
 }
 
 double Model::Value(const double* p, double u, double* grad) const {
-    const int groups = static_cast<int>(kind_->groups.size());
     double v = 0;
-    if (offset_) {
-        v = p[0];
-        if (grad) grad[0] = 1;
-    }
-    double q[kMaxGroups];
-    double dq[kMaxGroups];
-    for (int i = 1; i <= terms_; ++i) {
-        for (int g = 0; g < groups; ++g) q[g] = p[index(g, i)];
-        v += kind_->term(i, q, u, grad ? dq : nullptr);
-        if (grad)
-            for (int g = 0; g < groups; ++g) grad[index(g, i)] = dq[g];
-    }
+    kind_->values(*this, p, &u, 1, &v, grad);
     return v;
+}
+
+void Model::Values(const double* p, const double* u, std::size_t n, double* values, double* jacobian) const {
+    kind_->values(*this, p, u, n, values, jacobian);
 }
 
 }  // namespace quillet::fitting

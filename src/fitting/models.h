@@ -2,6 +2,7 @@
 // The seven series models in normalised units u = x / Xnorm, v = y / Ynorm.
 // Parameters are laid out as the questions give them: Y0 first (when the model has an
 // offset), then the terms' values of each series question in question order.
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -23,14 +24,18 @@ struct ParameterGroup {
     bool frequency;     // bounded between 0 and 130% of its starting value
 };
 
-// One term's value at u from its parameters q[g] (one per group); fills dq[g] when given.
-using TermFn = double (*)(int term, const double* q, double u, double* dq);
+class Model;
+
+// The model's values at u[0..n) into values[]; when `jacobian` is given, row j (of
+// parameterCount() entries) receives the derivatives at u[j].
+using ValuesFn = void (*)(const Model& model, const double* p, const double* u, std::size_t n, double* values,
+                          double* jacobian);
 
 struct ModelKind {
     int id;  // list position in the model catalogue, which also names it
     bool hasOffset;
     std::vector<ParameterGroup> groups;
-    TermFn term;
+    ValuesFn values;
 };
 
 // The kind of model `id` (1..7); nullptr for any other id.
@@ -51,6 +56,8 @@ public:
     bool isFrequency(int k) const;
     // v at u; when `grad` is given it receives dv/dp for every parameter.
     double Value(const double* p, double u, double* grad) const;
+    // Value() at every point of u[0..n), as ValuesFn describes.
+    void Values(const double* p, const double* u, std::size_t n, double* values, double* jacobian) const;
 
 private:
     const ModelKind* kind_;

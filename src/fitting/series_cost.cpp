@@ -11,21 +11,21 @@ SeriesCost::SeriesCost(const FitProblem& problem) : problem_(problem) {
 
 bool SeriesCost::Evaluate(double const* const* parameters, double* residuals, double** jacobians) const {
     ++evaluations_;
-    const Model& model = *problem_.model;
-    const double* p = parameters[0];
-    const std::size_t np = static_cast<std::size_t>(model.parameterCount());
+    const FitProblem& fp = problem_;
+    const std::size_t n = fp.u.size();
+    const std::size_t np = static_cast<std::size_t>(fp.model->parameterCount());
     double* jac = jacobians ? jacobians[0] : nullptr;
-    for (std::size_t i = 0; i < problem_.u.size(); ++i) {
-        double* row = jac ? jac + i * np : nullptr;
-        const double w = problem_.weights.empty() ? 1.0 : problem_.weights[i];
-        const double r = w * (model.Value(p, problem_.u[i], row) - problem_.v[i]);
+    fp.model->Values(parameters[0], fp.u.data(), n, residuals, jac);
+    for (std::size_t i = 0; i < n; ++i) {
+        const double w = fp.weights.empty() ? 1.0 : fp.weights[i];
+        const double r = w * (residuals[i] - fp.v[i]);
         // A step into overflow is refused, and the engine damps the next one.
         if (!std::isfinite(r)) return false;
         residuals[i] = r;
-        if (!row) continue;
-        for (std::size_t k = 0; k < np; ++k) {
-            row[k] *= w;
-            if (!std::isfinite(row[k])) return false;
+        if (!jac) continue;
+        for (double* d = jac + i * np; d != jac + (i + 1) * np; ++d) {
+            *d *= w;
+            if (!std::isfinite(*d)) return false;
         }
     }
     return true;
