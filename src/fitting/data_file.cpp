@@ -1,5 +1,7 @@
 #include "fitting/data_file.h"
 
+#include <algorithm>
+
 #include "env/errors.h"
 #include "env/files.h"
 #include "fitting/fit_error.h"
@@ -23,6 +25,11 @@ DataPoints ReadDataPoints(const std::string& path, int firstLine, int count) {
         throw FitInputError("The data file \"" + path + "\" cannot be read: " + e.description() + ".");
     }
     DataPoints d;
+    // A point takes at least four bytes ("1 2" and a line end), whatever question 4 asks for.
+    const std::size_t expected = std::min(static_cast<std::size_t>(std::max(count, 0)), bytes.size() / 4 + 1);
+    d.x.reserve(expected);
+    d.y.reserve(expected);
+    std::vector<std::string_view> fields;
     std::size_t pos = 0;
     long line = 1;
     for (; line < firstLine && pos < bytes.size(); ++line) {
@@ -35,7 +42,7 @@ DataPoints ReadDataPoints(const std::string& path, int firstLine, int count) {
         std::string_view text(bytes.data() + pos, end - pos);
         if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
         pos = end + 1;
-        auto fields = SplitFields(text);
+        SplitFields(text, fields);
         if (fields.size() != 2)
             throw FitInputError(Where(path, line) + " does not hold one X and one Y value: \"" + std::string(text) +
                                 "\".");

@@ -17,17 +17,30 @@ std::optional<double> ParseNumber(std::string_view text) {
     return v;
 }
 
+namespace {
+
+bool IsSeparator(char c) { return c == ' ' || c == '\t' || c == ','; }
+
+}  // namespace
+
+void SplitFields(std::string_view line, std::vector<std::string_view>& fields) {
+    fields.clear();
+    const char* p = line.data();
+    const char* const end = p + line.size();
+    while (p != end) {
+        if (IsSeparator(*p)) {
+            ++p;
+            continue;
+        }
+        const char* start = p;
+        while (p != end && !IsSeparator(*p)) ++p;
+        fields.emplace_back(start, static_cast<std::size_t>(p - start));
+    }
+}
+
 std::vector<std::string_view> SplitFields(std::string_view line) {
     std::vector<std::string_view> fields;
-    std::size_t pos = 0;
-    while (pos < line.size()) {
-        pos = line.find_first_not_of(" \t,", pos);
-        if (pos == std::string_view::npos) break;
-        std::size_t end = line.find_first_of(" \t,", pos);
-        if (end == std::string_view::npos) end = line.size();
-        fields.push_back(line.substr(pos, end - pos));
-        pos = end;
-    }
+    SplitFields(line, fields);
     return fields;
 }
 

@@ -13,6 +13,8 @@ std::optional<double> ParseNumber(std::string_view text);
 
 // The fields of a line separated by runs of blanks, tabs and commas.
 std::vector<std::string_view> SplitFields(std::string_view line);
+// The same into `fields`, reusing its memory line after line.
+void SplitFields(std::string_view line, std::vector<std::string_view>& fields);
 
 // The shortest text that reads back to the same double ("0.1", "1e-05").
 std::string FormatNumber(double v);
