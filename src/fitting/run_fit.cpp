@@ -1,7 +1,5 @@
 #include "fitting/run_fit.h"
 
-#include "env/settings.h"
-
 #include <filesystem>
 #include <optional>
 #include <ostream>
@@ -58,9 +56,18 @@ FitProblem ProblemOf(const CompletedFit& fit, std::ostream& out) {
 
 void Write(const std::string& path, const std::string& text) { WriteFileAtomically(path, Utf8ToCp1252(text)); }
 
+// A run that yields no model must not leave an earlier run's plot and model beside its report:
+// the viewers and the calculator would show them as this run's.
+void RemoveEarlierResults(const RunPlace& place) {
+    std::error_code ec;
+    std::filesystem::remove(JoinPath(place.outputDir, PlotFileNameFor(place.name)), ec);
+    std::filesystem::remove(JoinPath(place.outputDir, EquFileName(place.name)), ec);
+}
+
 // The report of a run that did not start; only stderr when even that cannot be written.
 int Refuse(const RunPlace& place, const std::string& message, std::ostream& err) {
     err << "quillet-cli fit: " << message << std::endl;
+    RemoveEarlierResults(place);
     try {
         Write(JoinPath(place.outputDir, kReportFileName), BadInputReport(place.responsePath, place.runDir, message));
     } catch (const RuntimeError& e) {
@@ -107,7 +114,9 @@ int RunFit(const std::string& responseFile, const std::string& runDir, const std
     std::vector<std::string> written;
     const FitOutcome outcome = fit.result.outcome;
     try {
-        if (outcome != FitOutcome::Diverged) {
+        if (outcome == FitOutcome::Diverged) {
+            RemoveEarlierResults(place);
+        } else {
             ComputeStatistics(fit);
             const std::string plot = PlotFileNameFor(place.name), equ = EquFileName(place.name);
             Write(JoinPath(place.outputDir, plot), PlotText(fit));

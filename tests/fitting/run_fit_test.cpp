@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <sstream>
 
+#include "env/text.h"
 #include "fit_test_files.h"
 #include "fitting/equ_writer.h"
 #include "fitting/run_fit.h"
@@ -45,6 +46,14 @@ protected:
         testing::WriteResponse(dir.path(), "P.Fit", r);
     }
 
+    // The plot and model files an earlier converged run of Stem.Fit left, which a failed run
+    // must not leave behind.
+    void WriteEarlierResults(const std::string& stem) {
+        std::filesystem::create_directories(dir / "output");
+        for (const auto& name : {LCase(stem) + ".plt", stem + ".equ"})
+            testing::WriteBytes(dir / ("output/" + name), "earlier");
+    }
+
     TempDir dir;
     std::ostringstream out, err;
 };
@@ -81,6 +90,7 @@ TEST_F(FitRun, BadInputLeavesOnlyAReportSayingWhatIsWrong) {
     WritePowerRun();
     for (const auto& row : rows) {
         std::filesystem::remove_all(dir / "output");
+        WriteEarlierResults(row.responseFile.substr(0, row.responseFile.find('.')));
         ResponseAnswers r;
         r.answers = {"", row.dataFile, "Power", "3", row.answer4, "2", "2", "3", "0", "1  1", "", "", ""};
         testing::WriteResponse(dir.path(), "Q.Fit", r);
@@ -103,6 +113,7 @@ TEST_F(FitRun, DivergingFitReportsWhyAndWritesNoModel) {
     ResponseAnswers r;
     r.answers = {"", "e.dat", "Exponential", "3", "20", "1", "1", "1", "0", "1", "900", "", ""};
     testing::WriteResponse(dir.path(), "E.Fit", r);
+    WriteEarlierResults("E");
     EXPECT_EQ(Fit("E.Fit"), 1);
     EXPECT_EQ(err.str().rfind("quillet-cli fit: the fit diverged: ", 0), 0u) << err.str();
     const std::string report = Output("~Quillet.out");
