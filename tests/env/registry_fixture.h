@@ -16,8 +16,6 @@ inline constexpr bool kHiveFiles = false;
 #else
 inline constexpr bool kHiveFiles = true;
 #endif
-inline constexpr const char* kNoHiveFiles =
-    "Windows keeps the registry in the system, not in hive files";
 
 class RegistryFixture : public ::testing::Test {
   protected:

@@ -4,6 +4,7 @@
 #include "env/errors.h"
 #include "env/file_assoc.h"
 #include "env/mdlRegistryAPI.h"
+#include "env/text.h"
 #include "registry_fixture.h"
 
 namespace quillet::testing {
@@ -104,12 +105,28 @@ TEST_F(Registry, AnUnsupportedTypeOnAnOpenKeyAndARefusedKeyRaise1001) {
               "1001 Unable to create the registry key");
 }
 
-TEST_F(Registry, ThePresentationTypeNeedsItsProgramInTheParentFolder) {
+TEST_F(Registry, FileTypesAreRegisteredOnTheFirstStartOnly) {
     const std::string parent = NativePath(dir / "Quillet/..");
+    RegisterFileTypesOnFirstStart(env, 1, parent);
+    EXPECT_EQ(Class(".Fit"), "<missing>");
     RegisterFileTypesOnFirstStart(env, 0, parent);
     EXPECT_EQ(Class(".Fit"), "MyEditor.bat");
     EXPECT_EQ(Class(".prz"), "<missing>");
     EXPECT_EQ(Class("f32main.exe"), "<missing>");
+    if (kHiveFiles) {
+        EXPECT_EQ(ReplaceAll(ClassesRootFile(), dir.path(), "<tmp>"),
+                  "REGEDIT4\n\n"
+                  "[HKEY_CLASSES_ROOT\\.Fit]\n@=\"MyEditor.bat\"\n\n"
+                  "[HKEY_CLASSES_ROOT\\.MV]\n@=\"MyEditor.bat\"\n\n"
+                  "[HKEY_CLASSES_ROOT\\.Out]\n@=\"MyEditor.bat\"\n\n"
+                  "[HKEY_CLASSES_ROOT\\.plt]\n@=\"Dravik-XYplots\"\n\n"
+                  "[HKEY_CLASSES_ROOT\\Dravik-XYplots]\n@=\"XYplot file\"\n\n"
+                  "[HKEY_CLASSES_ROOT\\Dravik-XYplots\\shell\\open\\command]\n"
+                  "@=\"\\\"<tmp>/Quillet/../Dravik-XYplots\\\" %1\"\n\n"
+                  "[HKEY_CLASSES_ROOT\\MyEditor.bat]\n@=\"Fit Input file\"\n\n"
+                  "[HKEY_CLASSES_ROOT\\MyEditor.bat\\shell\\open\\command]\n"
+                  "@=\"\\\"<tmp>/Quillet/../MyEditor.bat\\\" %1\"\n\n");
+    }
 
     WriteBytes(dir / "f32main.exe", "");
     RegisterFileTypesOnFirstStart(env, 0, parent);
