@@ -43,12 +43,8 @@ class RunFixture : public FormFixture {
         SetMethodsText(s, "Lorentzian");
         s.form.tPause.text = "20";
     }
-    std::string ProgramDir() const {
-        return s.env.programDir;
-    }
-    std::string UserDir() const {
-        return s.UserDir;
-    }
+    std::string ProgramDir() const { return s.env.programDir; }
+    std::string UserDir() const { return s.UserDir; }
     // A folder under the program folder.
     std::string MakeFolder(const std::string& name) {
         const std::string folder = JoinPath(ProgramDir(), name);
@@ -66,9 +62,7 @@ class RunFixture : public FormFixture {
         WriteAnsFile(s, s.CurrentFile, s.UserDir);
         s.DataChanged = false;
     }
-    bool ScriptRan() const {
-        return std::filesystem::exists(ProgramDir() + "/run.log");
-    }
+    bool ScriptRan() const { return std::filesystem::exists(ProgramDir() + "/run.log"); }
     // The script's working folder, then each argument in brackets, one a line ending in "\n".
     std::string RunLog() const {
         std::string log = ReadBytes(ProgramDir() + "/run.log");
