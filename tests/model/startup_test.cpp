@@ -38,10 +38,7 @@ protected:
     }
 
     void StoreLastFile(const std::string& name, const std::string& userPath) {
-        KeyHandle key = 0;
-        std::uint32_t disposition = 0;
-        hive.CreateKey(reg::CurrentUser, "Software\\Vantorel\\Quillet", reg::KeyAllAccess, key, disposition);
-        hive.CloseKey(key);
+        CreateKey(s.env, reg::CurrentUser, "Software\\Vantorel\\Quillet");
         SetRegValue(s.env, reg::CurrentUser, "Software\\Vantorel\\Quillet", "FileIn", reg::Sz, name);
         SetRegValue(s.env, reg::CurrentUser, "Software\\Vantorel\\Quillet", "userPath", reg::Sz, userPath);
     }

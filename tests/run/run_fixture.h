@@ -2,7 +2,6 @@
 // A program folder in a temporary folder with a run script that records how it was called,
 // a registry of the test's own, and a form holding complete Lorentzian answers.
 #include <filesystem>
-#include <memory>
 #include <string>
 
 #include "env/mdlRegistryAPI.h"
