@@ -19,7 +19,6 @@ class FileCommands : public FormFixture {
 protected:
     FileCommands() {
         s.UserDir = dir.path();
-        s.CurrentFile = "";
         GetAnswers(s);
     }
     bool Exists(const std::string& name) { return std::filesystem::exists(dir / name); }
