@@ -146,8 +146,8 @@ TEST_F(QuestionForm, CompletenessFollowsTheQuestionsTheModelUses) {
         if (!c.complete) dialogs.Answer(mb::OK);
         EXPECT_EQ(isCompleteTest(s), c.complete);
     }
-    EXPECT_EQ(dialogs.boxes.at(0),
-              (testing::ShownBox{"Some fields are Blank, please fill them and submit again", "Missing some data fields", 48}));
+    EXPECT_EQ(dialogs.boxes.at(0), (testing::ShownBox{"Some fields are Blank, please fill them and submit again",
+                                                      "Missing some data fields", 48}));
 }
 
 TEST_F(QuestionForm, BrowseButtonTakesOnlyDataBesideTheResponseFile) {
