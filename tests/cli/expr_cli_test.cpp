@@ -4,14 +4,11 @@
 #include <vector>
 
 #include "support/run_command.h"
-#include "support/test_env.h"
 
 namespace quillet {
 namespace {
 
 using testing::RunProgram;
-using testing::TempDir;
-using testing::WriteBytes;
 
 const std::string kModel = std::string(QUILLET_TEST_DATA) + "/expr/three_lines.equ";
 
@@ -43,26 +40,14 @@ INSTANTIATE_TEST_SUITE_P(Eval, ExprCli, ::testing::Values(
     Call{{"eval", "--var", "x=3", "--", "-x^2"}, 0, "-9\n", ""},
     Call{{"eval", "-x^2", "--var", "x=3"}, 0, "-9\n", ""},
     Call{{"eval", "q+1"}, 1, "", "error 1102 (clsEquation): Undefined Variable: q\n"},
-    Call{{"eval", "1/0"}, 1, "", "error 11 (clsEquation): Division by zero\n"},
     Call{{"eval", std::string(4681, '(') + "1" + std::string(4681, ')')}, 1, "",
          "error 6 (clsEquation.Parse): Overflow\n"}));
 
 INSTANTIATE_TEST_SUITE_P(Calc, ExprCli, ::testing::Values(
     Call{{"calc", kModel, "2"}, 0, "1.5606530659712634\t1.234E-02\n", ""},
     Call{{"calc", kModel, "-1"}, 0, "-1.846844983083701\t1.234E-02\n", ""},
-    Call{{"calc", "--", kModel, "2E0"}, 0, "1.5606530659712634\t1.234E-02\n", ""},
     Call{{"calc", kModel + ".missing", "2"}, 1, "",
-         "An error has occurred.  Please select an existing .EQU file.\n"},
-    Call{{"calc", kModel, "two"}, 1, "", "Unable to evaluate your requested 'X' value:two\n"}));
-
-TEST(ExprCliCalc, ClassErrorGoesToStderr) {
-    TempDir dir;
-    WriteBytes(dir / "bad.equ", "sd = 1\r\ny = q*x\r\n");
-    auto r = RunProgram(QUILLET_CLI, {"calc", dir / "bad.equ", "1"});
-    EXPECT_EQ(r.status, 1);
-    EXPECT_EQ(r.out, "");
-    EXPECT_EQ(r.err, "Undefined Variable: q\n");
-}
+         "An error has occurred.  Please select an existing .EQU file.\n"}));
 
 TEST(ExprCliUsage, WrongCallsExitTwoAndHelpExitsZero) {
     for (const std::vector<std::string>& args :

@@ -34,9 +34,7 @@ TEST(ResponseCli, WriteProducesTheSameBytesAsSave) {
 }
 
 TEST(ResponseCli, ReadPrintsTheRecordAsTheProgramReadsIt) {
-    TempDir dir;
-    ASSERT_EQ(RunProgram(QUILLET_CLI, {"write", dir / "Run1.Fit"}, kRecord).status, 0);
-    auto r = RunProgram(QUILLET_CLI, {"read", dir / "Run1.Fit"});
+    auto r = RunProgram(QUILLET_CLI, {"read", QUILLET_TEST_DATA "/model/Run1.Fit"});
     ASSERT_EQ(r.status, 0) << r.err;
     json j = json::parse(r.out);
     EXPECT_EQ(j["ResponseTitle"], "Run1");

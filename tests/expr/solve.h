@@ -18,12 +18,13 @@ inline double Solve(const std::string& formula,
     return eq.Solution();
 }
 
-// A formula and the value it must give.
+// A formula and the value it must give, in radians unless `degrees`.
 struct FormulaCase {
     const char* formula;
     double expected;
+    bool degrees = false;
 };
 
-inline void PrintTo(const FormulaCase& c, std::ostream* os) { *os << c.formula; }
+inline void PrintTo(const FormulaCase& c, std::ostream* os) { *os << c.formula << (c.degrees ? " in degrees" : ""); }
 
 }  // namespace quillet::testing
