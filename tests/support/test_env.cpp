@@ -11,14 +11,6 @@
 
 namespace quillet::testing {
 
-FixedClock::FixedClock(int year, int month, int day, int hour, int minute) {
-    t_.tm_year = year - 1900;
-    t_.tm_mon = month - 1;
-    t_.tm_mday = day;
-    t_.tm_hour = hour;
-    t_.tm_min = minute;
-}
-
 namespace {
 #ifdef _WIN32
 // A DOS 8.3 name, so that the folder passes the short-name check of a run on Windows.

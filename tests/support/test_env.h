@@ -7,15 +7,18 @@
 
 namespace quillet::testing {
 
+// November 16, 2026 @ 1:33 AM.
 class FixedClock : public Clock {
   public:
-    // November 16, 2026 @ 1:33 AM unless told otherwise.
-    explicit FixedClock(int year = 2026, int month = 11, int day = 16, int hour = 1,
-                        int minute = 33);
-    std::tm Now() override { return t_; }
-
-  private:
-    std::tm t_{};
+    std::tm Now() override {
+        std::tm t{};
+        t.tm_year = 2026 - 1900;
+        t.tm_mon = 10;
+        t.tm_mday = 16;
+        t.tm_hour = 1;
+        t.tm_min = 33;
+        return t;
+    }
 };
 
 // A fresh folder under the system's temporary folder, removed again at the end.
