@@ -1,7 +1,6 @@
 #include "fitting/covariance.h"
 
 #include <Eigen/Dense>
-
 #include <cmath>
 
 namespace quillet::fitting {
@@ -31,14 +30,16 @@ std::vector<double> StandardErrors(const std::vector<double>& jacobian, int np, 
     Eigen::JacobiSVD<Eigen::MatrixXd> svd(r, Eigen::ComputeFullV);
     const Eigen::VectorXd s = svd.singularValues();
     const double largest = s(0), smallest = s(cols - 1);
-    if (!(largest > 0) || !std::isfinite(largest) || (smallest * smallest) / (largest * largest) < kMinReciprocalCondition) {
+    if (!(largest > 0) || !std::isfinite(largest) ||
+        (smallest * smallest) / (largest * largest) < kMinReciprocalCondition) {
         note = "the parameters are not independent at the fitted values (the Jacobian is rank deficient)";
         return {};
     }
     // (J'J)^-1 = V S^-2 V'; only its diagonal is needed.
     const Eigen::MatrixXd scaled = svd.matrixV() * s.cwiseInverse().asDiagonal();
     std::vector<double> se(static_cast<std::size_t>(cols));
-    for (Eigen::Index k = 0; k < cols; ++k) se[static_cast<std::size_t>(k)] = std::sqrt(scaled.row(k).squaredNorm() * variance);
+    for (Eigen::Index k = 0; k < cols; ++k)
+        se[static_cast<std::size_t>(k)] = std::sqrt(scaled.row(k).squaredNorm() * variance);
     return se;
 }
 
