@@ -181,8 +181,7 @@ constexpr int kWrites = 400;
 // Writes "<who><n>" = n for n = 1 .. kWrites, as one program of the maker would.
 void Hammer(Env& env, char who) {
     for (int n = 1; n <= kWrites; ++n)
-        SetRegValue(env, reg::CurrentUser, kHammered, who + std::to_string(n), reg::Sz,
-                    std::to_string(n));
+        SetRegValue(env, reg::CurrentUser, kHammered, who + std::to_string(n), reg::Sz, std::to_string(n));
 }
 
 TEST_F(HiveFile, TwoProcessesWritingAtOnceLoseNoValue) {
