@@ -12,22 +12,14 @@ namespace {
 
 int RunCalc(const std::vector<std::string>& args) {
     const Command& cmd = FindCommand("calc");
-    std::vector<std::string> positional;
-    bool options = true;
-    for (const auto& a : args) {
-        if (options && a == "--")
-            options = false;
-        else if (options && a.rfind("--", 0) == 0)
-            return UsageError(cmd, "unknown option " + a);
-        else
-            positional.push_back(a);  // "-1" is an X, not an option
-    }
-    if (positional.size() != 2) return UsageError(cmd, "expects MODELFILE and X");
+    const auto positional = PositionalArgs(cmd, args);
+    if (!positional) return 2;
+    if (positional->size() != 2) return UsageError(cmd, "expects MODELFILE and X");
 
     CliSession session;
     AppState& s = session.state;
-    s.form.calcSelectedFile = SplitPath(s.env, positional[0], s.form.calcFolder);
-    s.form.tbXvalue.text = positional[1];
+    s.form.calcSelectedFile = SplitPath(s.env, (*positional)[0], s.form.calcFolder);
+    s.form.tbXvalue.text = (*positional)[1];
     // Messages and errors of the calculation reach stderr through the console's message box.
     std::optional<double> y = cmdCalculate_Click(s);
     if (!y) return 1;

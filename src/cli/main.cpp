@@ -26,6 +26,22 @@ int UsageError(const Command& c, const std::string& why) {
     return 2;
 }
 
+std::optional<std::vector<std::string>> PositionalArgs(const Command& c, const std::vector<std::string>& args) {
+    std::vector<std::string> positional;
+    bool options = true;
+    for (const auto& a : args) {
+        if (options && a == "--") {
+            options = false;
+        } else if (options && a.rfind("--", 0) == 0) {
+            UsageError(c, "unknown option " + a);
+            return std::nullopt;
+        } else {
+            positional.push_back(a);  // "-1" is a value, not an option
+        }
+    }
+    return positional;
+}
+
 bool WantsHelp(const std::vector<std::string>& args) {
     for (const auto& a : args) {
         if (a == "--") return false;

@@ -9,12 +9,13 @@ namespace quillet::cli {
 namespace {
 
 int RunFitCommand(const std::vector<std::string>& args) {
-    std::vector<std::string> rest = args;
-    if (!rest.empty() && rest.front() == "--") rest.erase(rest.begin());
-    if (rest.empty() || rest.size() > 2) return UsageError(FindCommand("fit"), "expects FILE and at most one RUNDIR");
+    const Command& cmd = FindCommand("fit");
+    const auto rest = PositionalArgs(cmd, args);
+    if (!rest) return 2;
+    if (rest->empty() || rest->size() > 2) return UsageError(cmd, "expects FILE and at most one RUNDIR");
     std::error_code ec;
     const std::string cwd = std::filesystem::current_path(ec).string();
-    return fitting::RunFit(rest[0], rest.size() > 1 ? rest[1] : std::string(), cwd, std::cout, std::cerr);
+    return fitting::RunFit(rest->front(), rest->size() > 1 ? (*rest)[1] : std::string(), cwd, std::cout, std::cerr);
 }
 
 }  // namespace
