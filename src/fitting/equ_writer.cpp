@@ -3,7 +3,6 @@
 #include "env/text.h"
 #include "fitting/model_formula.h"
 #include "fitting/number_text.h"
-#include "model/catalogue.h"
 
 namespace quillet::fitting {
 
@@ -46,8 +45,7 @@ std::vector<std::string> FormulaLines(const std::vector<std::string>& terms, std
 std::string EquText(const CompletedFit& fit) {
     // The calculator takes the text after the first "=" as the deviation.
     std::string title = ReplaceAll(ReplaceAll(fit.settings.title, "=", "-"), "!", ".");
-    std::string text = title + ": " + kModelNames[static_cast<std::size_t>(fit.model.kind().id)] + ", " +
-                       std::to_string(fit.model.terms()) + " terms; standard deviation = " +
+    std::string text = title + ": " + fit.model.description() + "; standard deviation = " +
                        FormatNumber(fit.stddev) + kCrLf;
     for (const auto& line : FormulaLines(FormulaTerms(fit))) text += line + kCrLf;
     return text;

@@ -83,6 +83,10 @@ Model::Model(const ModelKind& kind, int terms) : kind_(&kind), terms_(terms), of
 
 int Model::parameterCount() const { return offset_ + static_cast<int>(kind_->groups.size()) * terms_; }
 
+std::string Model::description() const {
+    return std::string(kModelNames[static_cast<std::size_t>(kind_->id)]) + ", " + std::to_string(terms_) + " terms";
+}
+
 int Model::index(int group, int term) const { return offset_ + group * terms_ + term - 1; }
 
 std::string Model::parameterName(int k) const {

@@ -49,6 +49,8 @@ public:
     int parameterCount() const;
     // Index of group g's value for term i (1-based) in the parameter vector.
     int index(int group, int term) const;
+    // "Lorentzian, 3 terms"
+    std::string description() const;
     // "Y0", "A(2)", "PW50(1)", ...
     std::string parameterName(int k) const;
     // Physical value = normalised value * this factor.

@@ -4,15 +4,13 @@
 
 #include "env/text.h"
 #include "fitting/number_text.h"
-#include "model/catalogue.h"
 
 namespace quillet::fitting {
 
 std::string PlotText(const CompletedFit& fit) {
     std::string t = "# Quillet plot" + std::string(kCrLf);
     t += "# title: " + fit.settings.title + kCrLf;
-    t += "# model: " + std::string(kModelNames[static_cast<std::size_t>(fit.model.kind().id)]) + ", " +
-         std::to_string(fit.model.terms()) + " terms" + kCrLf;
+    t += "# model: " + fit.model.description() + kCrLf;
     t += "# x: X   y: Y" + std::string(kCrLf);
     t += "# rss: " + FormatNumber(fit.rss) + "   stddev: " + FormatNumber(fit.stddev) + kCrLf;
     t += "# columns: x\ty\tfit\tresidual" + std::string(kCrLf);

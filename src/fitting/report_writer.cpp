@@ -5,7 +5,6 @@
 
 #include "env/text.h"
 #include "fitting/number_text.h"
-#include "model/catalogue.h"
 
 namespace quillet::fitting {
 
@@ -50,8 +49,7 @@ std::string Describe(const CompletedFit& fit) {
     t += "Notes:         " + s.note1 + " / " + s.note2 + kCrLf;
     t += "Data file:     " + s.dataFile + ", lines " + std::to_string(s.firstLine) + " to " +
          std::to_string(s.firstLine + n - 1) + " (" + std::to_string(n) + " points)" + kCrLf;
-    t += "Model:         " + std::string(kModelNames[static_cast<std::size_t>(fit.model.kind().id)]) + ", " +
-         std::to_string(fit.model.terms()) + " terms, " + std::to_string(fit.model.parameterCount()) +
+    t += "Model:         " + fit.model.description() + ", " + std::to_string(fit.model.parameterCount()) +
          " parameters" + kCrLf;
     t += "Normalisation: Xnorm = " + FormatNumber(s.xnorm) + ", Ynorm = " + FormatNumber(s.ynorm) + kCrLf;
     t += std::string("Weighting:     ") +

@@ -74,10 +74,4 @@ bool ModelUsesQuestion(int modelId, int question) {
     return question <= LastSeriesQuestion(modelId);
 }
 
-int ModelIndexOf(const std::string& text) {
-    for (std::size_t i = 0; i < kModelNames.size(); ++i)
-        if (text == kModelNames[i]) return static_cast<int>(i);
-    return -1;
-}
-
 }  // namespace quillet

@@ -50,7 +50,5 @@ struct FormDefaults {
 bool ModelUsesQuestion(int modelId, int question);
 // Highest series question used by a model (9..12); 0 for "-Select-" or an unknown model.
 int LastSeriesQuestion(int modelId);
-// The list position of `text` among kModelNames, or -1.
-int ModelIndexOf(const std::string& text);
 
 }  // namespace quillet
