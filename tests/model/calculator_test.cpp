@@ -51,17 +51,13 @@ TEST_F(Calculator, EvaluatesTheRewrittenFormulaAtTheTypedX) {
         const char* x;
         double y;
     } cases[] = {
-        {{"y = [x+1]*2"}, "3", 8},
-        {{"y = 2 * x _"}, "2", 4},
-        {{"Y = 2*X"}, "2", 4},
-        {{"y = exp(x)"}, "0", 1},                      // "exp" keeps its e and x
-        {{"y = EXP(-x)"}, "1", 0.36787944117144233},   // "(-" becomes "(0-"
-        {{"y = (+x)"}, "2", 2},                         // "(+" loses its plus
+        {{"y = [x+1] * 2 _"}, "3", 8},
+        {{"y = EXP(-x)"}, "1", 0.36787944117144233},  // "exp" keeps its e and x; "(-" becomes "(0-"
+        {{"y = (+x)"}, "2", 2},                        // "(+" loses its plus
         {{"y = 1.5e+1 + x"}, "0", 15},
         {{"y = 2.5E-1*x"}, "2", 0.5},
         {{"y = 1 +", "   2*x", "", "  + 3"}, "1", 6},  // lines joined after trimming
         {{"y = x"}, "2.5E-3", 0.0025},
-        {{"y = x"}, "1e-3", 0.001},
         {{"y = x"}, "1E3", 1000},
         {{"y = 2-x"}, "-1", 3},
         {{"y = x^2"}, "-1", -1},  // X goes in as text: -1^2 is -(1^2)
@@ -87,15 +83,10 @@ TEST_F(Calculator, FailuresShowOneBoxAndLeaveTheResultAlone) {
     } cases[] = {
         {"", "y = x", "1", kNoFile, kNoFileTitle, "Std Deviation here."},
         {"gone.equ", "y = x", "1", kNoFile, kNoFileTitle, "Std Deviation here."},
-        {"model.equ", "y = x", "abc", "Unable to evaluate your requested 'X' value:abc", "Quillet",
-         "Std Deviation here."},
-        {"model.equ", "y = x", "", "Unable to evaluate your requested 'X' value:", "Quillet", "Std Deviation here."},
         {"model.equ", "y = x", "1,5", "Unable to evaluate your requested 'X' value:1,5", "Quillet",
          "Std Deviation here."},
-        {"model.equ", "y = x", " 1", "Unable to evaluate your requested 'X' value: 1", "Quillet",
-         "Std Deviation here."},
+        {"model.equ", "y = x", "", "Unable to evaluate your requested 'X' value:", "Quillet", "Std Deviation here."},
         {"model.equ", "y = q*x", "1", "Undefined Variable: q", "Quillet", "0.25"},
-        {"model.equ", "y =", "1", "Invalid Equation", "Quillet", "0.25"},
         {"model.equ", "y = x", "1e+2", "Invalid Equation", "Quillet", "0.25"},  // "1>+2": no unary plus
     };
     for (const Case& c : cases) {
@@ -116,15 +107,10 @@ TEST_F(Calculator, FailuresShowOneBoxAndLeaveTheResultAlone) {
 }
 
 TEST_F(Calculator, DeviationIsTheTextAfterTheFirstEqualsSign) {
-    struct Case {
-        const char* first;
-        const char* shown;
-    };
-    for (const Case& c :
-         {Case{"Std Dev =  1.5E-3 ", "1.5E-3"}, Case{"sd=2=3", "2"}, Case{"no value here", ""}}) {
-        UseModel({"y = x"}, c.first);
+    for (auto [first, shown] : {std::pair{"sd=2=3", "2"}, std::pair{"no value here", ""}}) {
+        UseModel({"y = x"}, first);
         ASSERT_TRUE(CalculateAt("1"));
-        EXPECT_EQ(s.form.tbDeviation.text, c.shown);
+        EXPECT_EQ(s.form.tbDeviation.text, shown);
     }
 }
 
