@@ -35,16 +35,6 @@ protected:
     AppState s;
 };
 
-TEST_F(Calculator, JoinsAMultiLineModelAndShowsYAndDeviation) {
-    s.form.calcFolder = std::string(QUILLET_TEST_DATA) + "/expr";
-    s.form.calcSelectedFile = "three_lines.equ";
-    auto y = CalculateAt("2");
-    ASSERT_TRUE(y);
-    EXPECT_DOUBLE_EQ(*y, 1.5606530659712634);
-    EXPECT_EQ(s.form.tbYanswer.text, "1.56065306597126");
-    EXPECT_EQ(s.form.tbDeviation.text, "1.234E-02");
-}
-
 TEST_F(Calculator, EvaluatesTheRewrittenFormulaAtTheTypedX) {
     struct Case {
         std::vector<std::string> lines;
