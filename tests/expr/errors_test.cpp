@@ -31,40 +31,26 @@ TEST_P(Raises, NumberSourceAndDescription) {
     }
 }
 
+std::string Nested(int depth) { return std::string(depth, '(') + "1" + std::string(depth, ')'); }
+
+// One row per message and per odd way of reaching it; the golden results cover the common ones.
 INSTANTIATE_TEST_SUITE_P(ClassErrors, Raises, ::testing::Values(
-    Case{"(1+2", 1100, "Unbalanced parenthesis"},
     Case{"1+2)", 1100, "Unbalanced parenthesis"},
-    Case{"foo(1)", 1101, "Sorry Undefined Function: foo()"},
     Case{"a mod(2)", 1101, "Sorry Undefined Function: amod()"},  // no blank behind mod: not rewritten
-    Case{"q+1", 1102, "Undefined Variable: q"},
-    Case{"amodb", 1102, "Undefined Variable: amodb"},
     Case{"7mod3", 1102, "Undefined Variable: mod3"},
     Case{"+1", 1103, "Invalid Equation"},                           // no unary plus
     Case{"", 1103, "Invalid Equation"},
-    Case{"1.2.3", 1103, "Invalid Equation"},
-    Case{"foo()", 1104, "Invalid arguments to function: foo()"},
     Case{"sin(,)", 1104, "Invalid arguments to function: sin()"}));
 
 INSTANTIATE_TEST_SUITE_P(Arithmetic, Raises, ::testing::Values(
     Case{"1/0", 11, "Division by zero"},
     Case{"0/0", 6, "Overflow"},
-    Case{"10\\0", 11, "Division by zero"},
-    Case{"0\\0", 11, "Division by zero"},
-    Case{"7%0", 11, "Division by zero"},
-    Case{"mod(7,0.4)", 11, "Division by zero"},
+    Case{"mod(7,0.4)", 11, "Division by zero"},  // the divisor rounds to 0
     Case{"sqr(-1)", 5, "Invalid procedure call or argument"},
-    Case{"log(0)", 5, "Invalid procedure call or argument"},
-    Case{"exp(1000)", 6, "Overflow"},
-    Case{"10^400", 6, "Overflow"},
     Case{"1.5>400", 6, "Overflow"},
     Case{std::string(400, '9'), 6, "Overflow"},
-    Case{"3000000000\\1", 6, "Overflow"},
     Case{"2147483647.5\\1", 6, "Overflow"},     // rounds to the even 2147483648
-    Case{"-2147483648\\-1", 6, "Overflow"}));
-
-std::string Nested(int depth) { return std::string(depth, '(') + "1" + std::string(depth, ')'); }
-
-INSTANTIATE_TEST_SUITE_P(ParseOverflow, Raises, ::testing::Values(
+    Case{"-2147483648\\-1", 6, "Overflow"},
     Case{Nested(4681), 6, "Overflow", "clsEquation.Parse"}));
 
 TEST(Limits, TheLargestValuesThatFitStillEvaluate) {

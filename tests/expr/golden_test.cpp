@@ -99,24 +99,5 @@ TEST(GoldenResults, EveryGeneratedFormulaGivesItsRecordedResultBitForBit) {
     EXPECT_EQ(mismatches, 0);
 }
 
-TEST(Solutions, StopAtTheFailingXAndKeepTheSlotUsable) {
-    clsEquation eq;
-    const expr::VarSlot x = eq.Slot(" x ");
-    eq.Equation("1/x");
-    const std::vector<double> xs{2, 0, 4};
-    std::vector<double> ys{-1, -1, -1};
-    EXPECT_EQ(golden::Outcome([&] {
-                  eq.Solutions(x, xs, ys);
-                  return 0.0;
-              }),
-              "!11:clsEquation:Division by zero");
-    EXPECT_EQ(ys, (std::vector<double>{0.5, -1, -1}));
-    EXPECT_EQ(eq.Var("x"), 0);
-    eq.VarRemove("x");
-    EXPECT_EQ(golden::Outcome([&] { return eq.Solution(); }), "!1102:clsEquation:Undefined Variable: x");
-    eq.Var(x, 8);
-    EXPECT_EQ(eq.Solution(), 0.125);
-}
-
 }  // namespace
 }  // namespace quillet::testing

@@ -11,7 +11,6 @@
 #include <memory>
 
 #include "env/file_registry_posix.h"
-#include "env/mdlRegistryAPI.h"
 #include "env/paths.h"
 #include "model/app_state.h"
 #include "model/form_events.h"
@@ -65,7 +64,7 @@ protected:
         runner.setParent(window.get());
         window->show();
     }
-    // Deleting the window runs no exit routine; the test that closes it checks what that stored.
+    // Deleting the window runs no exit routine; the tests that close it check that it ran.
     ~UiFixture() override { window.reset(); }
 
     template <class W>
@@ -80,9 +79,6 @@ protected:
         for (QWidget* w : QApplication::topLevelWidgets())
             if (auto* t = qobject_cast<W*>(w); t && t->isVisible()) return t;
         return nullptr;
-    }
-    std::string RegistryText(const std::string& key, const std::string& name) {
-        return RegText(GetRegValue(s.env, reg::CurrentUser, key, name, reg::Sz));
     }
     // A complete one-peak Lorentzian answer set, saved as an example.
     static void WriteDemo(const Env& env, const std::string& folder) {
