@@ -22,7 +22,7 @@ using RunAndPlots = UiFixture;
 TEST_F(RunAndPlots, ADemoListedWithWhatItFitsRunsInTheRunWindowWhichClosesAfterExitAndThePlotsShowTheCurve) {
     QTreeWidget* list = window->demos()->list();
     ASSERT_EQ(list->topLevelItemCount(), 1);
-    EXPECT_EQ(list->topLevelItem(0)->text(1), "Lorentzian, 1 terms, 5 points of ExDemo.100. One peak on a flat base");
+    EXPECT_EQ(list->topLevelItem(0)->text(1), "Lorentzian, 3 terms, 100 points of data.100. first note");
     Find<QCheckBox>("AutoExit")->click();
     bool blocked = false;
     // While the script runs, the run window is the modal window: the main form takes no input.

@@ -1,7 +1,8 @@
 #pragma once
-// The desktop program on a fresh machine: a program folder in a temporary folder with a demo
-// and a run script that stands in for the solver, an empty file hive, scripted message boxes,
-// the real run window, and a shell opener that records what it was asked to open.
+// The desktop program on a fresh machine: a program folder in a temporary folder with a saved
+// response file as its demo and a run script that stands in for the solver, an empty file hive,
+// scripted message boxes, the real run window, and a shell opener that records what it was asked
+// to open.
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -13,8 +14,6 @@
 #include "env/file_registry_posix.h"
 #include "env/paths.h"
 #include "model/app_state.h"
-#include "model/form_events.h"
-#include "model/response_file.h"
 #include "model/startup.h"
 #include "support/fake_dialogs.h"
 #include "support/test_env.h"
@@ -50,6 +49,7 @@ protected:
         fs::create_directories(program + "/demos");
         fs::copy_file(QUILLET_UI_TEST_DATA "/run-FitW.sh", program + "/run-FitW.sh");
         fs::copy_file(QUILLET_UI_TEST_DATA "/curve.plt", program + "/sample.plt");
+        fs::copy_file(QUILLET_TEST_DATA "/model/Run1.Fit", program + "/demos/ExDemo.Fit");
         s.env.dialogs = &dialogs;
         s.env.clock = &clock;
         s.env.runner = &runner;
@@ -58,7 +58,6 @@ protected:
         s.env.programDir = program;
         s.env.parentDir = JoinPath(program, "..");
         s.env.currentFolder = program;
-        WriteDemo(s.env, program + "/demos");
         Form_Load(s);
         window = std::make_unique<ui::frmMain>(s);
         runner.setParent(window.get());
@@ -80,19 +79,6 @@ protected:
             if (auto* t = qobject_cast<W*>(w); t && t->isVisible()) return t;
         return nullptr;
     }
-    // A complete one-peak Lorentzian answer set, saved as an example.
-    static void WriteDemo(const Env& env, const std::string& folder) {
-        AppState demo;
-        demo.env = env;
-        InitFormDesign(demo);
-        SetMethodsText(demo, "Lorentzian");
-        const char* answers[] = {"", "ExDemo.100", "", "1", "5", "1", "1", "1", "0"};
-        for (int q = 1; q <= 8; ++q)
-            if (q != 2) SetText(demo, *AnswerBox(demo.form, q), answers[q]);
-        SetText(demo, demo.form.Note1, "One peak on a flat base");
-        WriteAnsFile(demo, "ExDemo.Fit", folder);
-    }
-
     TempDir dir;
     std::string program;
     FileRegistry registry;

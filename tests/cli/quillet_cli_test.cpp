@@ -2,6 +2,8 @@
 
 #include <fstream>
 #include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
 
 #include "support/run_command.h"
 #include "support/test_env.h"
@@ -13,6 +15,30 @@ using nlohmann::json;
 using testing::ReadBytes;
 using testing::RunProgram;
 using testing::TempDir;
+
+TEST(EvalAndCalc, PrintTheResultOrTheErrorAndExitAsTheContractSays) {
+    const std::string model = QUILLET_TEST_DATA "/expr/three_lines.equ";
+    const struct {
+        std::vector<std::string> args;
+        int status;
+        const char* out;
+        const char* err;
+    } calls[] = {
+        {{"eval", "0.1+0.2"}, 0, "0.30000000000000004\n", ""},
+        {{"eval", "--degrees", "rad(180)*0+atn(1)"}, 0, "45.000000000000043\n", ""},
+        {{"eval", "--var", "x=3", "--", "-x^2"}, 0, "-9\n", ""},
+        {{"eval", "-x^2", "--var", "x=3"}, 0, "-9\n", ""},
+        {{"eval", "q+1"}, 1, "", "error 1102 (clsEquation): Undefined Variable: q\n"},
+        {{"calc", model, "-1"}, 0, "-1.846844983083701\t1.234E-02\n", ""},
+        {{"calc", model + ".missing", "2"}, 1, "", "An error has occurred.  Please select an existing .EQU file.\n"},
+    };
+    for (const auto& c : calls) {
+        auto r = RunProgram(QUILLET_CLI, c.args);
+        EXPECT_EQ(r.status, c.status) << c.args.back() << ": " << r.err;
+        EXPECT_EQ(r.out, c.out) << c.args.back();
+        EXPECT_EQ(r.err, c.err) << c.args.back();
+    }
+}
 
 const char* kRecord = R"({
   "Answers": ["data.100", "Lorentzian", "1", "100", "3", "1", "2.5", "0",
