@@ -32,7 +32,6 @@ TEST_F(FileCommands, APersonEditsSavesOpensAndClearsAResponse) {
     dialogs.Choose(dir / "first.Fit");
     FileSave(s);
     ASSERT_TRUE(Exists("first.Fit"));
-    EXPECT_EQ(dialogs.fileDialogs[0].title, "Save Input File As ...");
     EXPECT_EQ(dialogs.fileDialogs[0].filter, "All Files (*.*)|*.*|Quillet Files (*.Fit)|*.Fit");
     EXPECT_EQ(dialogs.fileDialogs[0].proposedName, ".Fit");
     EXPECT_EQ(s.CurrentFile, "first.Fit");
@@ -49,10 +48,8 @@ TEST_F(FileCommands, APersonEditsSavesOpensAndClearsAResponse) {
     FileOld(s);
     EXPECT_EQ(s.form.nTerms.text, "2");
     EXPECT_FALSE(s.DataChanged);
-    EXPECT_EQ(dialogs.fileDialogs.back().title, "Select Response (Input) File to Open");
     EXPECT_EQ(dialogs.fileDialogs.back().filter,
               "All Files (*.*)|*.*|Input Files (*.Fit)|*.Fit|Example Input Files (Ex*.Fit)|Ex*.Fit");
-    EXPECT_EQ(dialogs.fileDialogs.back().proposedName, "*.Fit");
 
     SetText(s, s.form.nTerms, "6");
     dialogs.Answer(mb::Yes).Choose(dir / "third.Fit").Choose(dir / "first.Fit");
@@ -117,7 +114,6 @@ TEST_F(FileCommands, DeleteConfirmsOnlyExistingFilesAndKeepsTheAnswers) {
     FileDelete(s);
     EXPECT_TRUE(Exists("old.Fit"));
     EXPECT_EQ(Box(0), (ShownBox{"Delete '" + (dir / "old.Fit") + "' File.", "Confirm Delete?", 36}));
-    EXPECT_EQ(dialogs.fileDialogs[0].title, "Select File to be Deleted");
 
     dialogs.Choose(dir / "old.Fit").Answer(mb::Yes);
     FileDelete(s);

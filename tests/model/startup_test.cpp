@@ -4,10 +4,9 @@
 
 #include <filesystem>
 
-#include "env/file_assoc.h"
 #include "env/mdlRegistryAPI.h"
 #include "env/paths.h"
-#include "model/file_commands.h"
+#include "env/settings.h"
 #include "model/form_events.h"
 #include "model/response_file.h"
 #include "support/form_fixture.h"
@@ -37,21 +36,16 @@ protected:
         s.env.currentFolder = dir.path();
     }
 
-    void StoreLastFile(const std::string& name, const std::string& userPath) {
-        CreateKey(s.env, reg::CurrentUser, "Software\\Vantorel\\Quillet");
-        SetRegValue(s.env, reg::CurrentUser, "Software\\Vantorel\\Quillet", "FileIn", reg::Sz, name);
-        SetRegValue(s.env, reg::CurrentUser, "Software\\Vantorel\\Quillet", "userPath", reg::Sz, userPath);
-    }
-
-    // Saves a response with `terms` in question 5 as program/folder/name.
-    void SaveResponse(const std::string& folder, const std::string& name, const std::string& terms) {
+    // Saves a Power response with 7 terms as program/folder/name, the last file of the run before.
+    void SaveLastFile(const std::string& folder, const std::string& name) {
         AppState other;
         other.env = s.env;
         InitFormDesign(other);
         SetMethodsText(other, "Power");
-        SetText(other, other.form.nTerms, terms);
+        SetText(other, other.form.nTerms, "7");
         std::filesystem::create_directories(program + "/" + folder);
         WriteAnsFile(other, name, program + "/" + folder);
+        PutFileInRegistry(s.env, name, folder);
     }
 
     std::string FileType(const std::string& key) {
@@ -65,7 +59,6 @@ protected:
 TEST_F(Startup, FirstAndSecondStartOnAnEmptyHive) {
     Form_Load(s);
     EXPECT_EQ(s.form.tPause.text, "20");
-    EXPECT_EQ(s.form.caption, "Quillet, a Calculus-level program");
     EXPECT_EQ(s.form.timeData.text, "Ex1.100");
     EXPECT_EQ(s.form.cboPatterns.text, "Math Models (*.equ)");
     EXPECT_EQ(s.form.lblInstructions,
@@ -82,8 +75,7 @@ TEST_F(Startup, FirstAndSecondStartOnAnEmptyHive) {
 }
 
 TEST_F(Startup, ReopensTheLastResponseFileWithExactlyItsAnswers) {
-    SaveResponse("User", "mine.Fit", "7");
-    StoreLastFile("C:\\old\\mine.Fit", "User");
+    SaveLastFile("User", "mine.Fit");
     Form_Load(s);
     EXPECT_EQ(s.UserDir, testing::NativePath(program + "/User"));
     EXPECT_EQ(s.form.nTerms.text, "7");
@@ -92,15 +84,15 @@ TEST_F(Startup, ReopensTheLastResponseFileWithExactlyItsAnswers) {
 }
 
 TEST_F(Startup, ExamplesAndVanishedFilesLeaveTheDefaultsSilently) {
-    SaveResponse("demos", "eX2.Fit", "7");
-    for (const char* name : {"eX2.Fit", "gone.Fit"}) {
-        SCOPED_TRACE(name);
-        StoreLastFile(name, "demos");
-        Reset();
-        Form_Load(s);
-        EXPECT_EQ(s.form.nTerms.text, "");
-        EXPECT_EQ(s.CurrentFile, std::string(name) == "gone.Fit" ? "gone.Fit" : "");
-    }
+    SaveLastFile("demos", "eX2.Fit");
+    Form_Load(s);
+    EXPECT_EQ(s.form.nTerms.text, "");
+    EXPECT_EQ(s.CurrentFile, "");
+
+    PutFileInRegistry(s.env, "gone.Fit", "demos");
+    Reset();
+    Form_Load(s);
+    EXPECT_EQ(s.CurrentFile, "gone.Fit");
 }
 
 }  // namespace
