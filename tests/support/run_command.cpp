@@ -3,7 +3,8 @@
 #include "support/test_env.h"
 
 #ifdef _WIN32
-#include <windows.h>
+#include "env/errors.h"
+#include "run/process_runner.h"
 #else
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -16,7 +17,6 @@ namespace {
 #ifdef _WIN32
 // Quotes one argument so that the C runtime of the program started gives it back unchanged.
 std::string Quoted(const std::string& arg) {
-    if (!arg.empty() && arg.find_first_of(" \t\"") == std::string::npos) return arg;
     std::string out = "\"";
     std::size_t slashes = 0;
     for (char c : arg) {
@@ -32,35 +32,17 @@ std::string Quoted(const std::string& arg) {
     return out + "\"";
 }
 
-HANDLE Inherited(const std::string& path, DWORD access, DWORD disposition) {
-    SECURITY_ATTRIBUTES sa{sizeof sa, nullptr, TRUE};
-    return CreateFileA(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, &sa, disposition,
-                       FILE_ATTRIBUTE_NORMAL, nullptr);
-}
-
-int Run(const std::string& program, const std::vector<std::string>& args,
-        const std::string& workingDir, const std::string& inPath, const std::string& outPath,
-        const std::string& errPath) {
-    std::string commandLine = Quoted(program);
-    for (const auto& a : args) commandLine += " " + Quoted(a);
-    STARTUPINFOA si{};
-    si.cb = sizeof si;
-    si.dwFlags = STARTF_USESTDHANDLES;
-    si.hStdInput = Inherited(inPath, GENERIC_READ, OPEN_EXISTING);
-    si.hStdOutput = Inherited(outPath, GENERIC_WRITE, CREATE_ALWAYS);
-    si.hStdError = Inherited(errPath, GENERIC_WRITE, CREATE_ALWAYS);
-    PROCESS_INFORMATION pi{};
-    BOOL started =
-        CreateProcessA(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                       workingDir.empty() ? nullptr : workingDir.c_str(), &si, &pi);
-    for (HANDLE h : {si.hStdInput, si.hStdOutput, si.hStdError}) CloseHandle(h);
-    if (!started) return -1;
-    WaitForSingleObject(pi.hProcess, INFINITE);
-    DWORD code = 0;
-    GetExitCodeProcess(pi.hProcess, &code);
-    CloseHandle(pi.hThread);
-    CloseHandle(pi.hProcess);
-    return static_cast<int>(code);
+// The solver's own runner: cmd reads the redirections; the outer quotes are the pair it strips.
+int Run(const std::string& program, const std::vector<std::string>& args, const std::string& workingDir,
+        const std::string& inPath, const std::string& outPath, const std::string& errPath) {
+    std::string line = "\"" + Quoted(program);
+    for (const auto& a : args) line += " " + Quoted(a);
+    line += " <" + Quoted(inPath) + " >" + Quoted(outPath) + " 2>" + Quoted(errPath) + "\"";
+    try {
+        return ProcessRunner().Run(line, workingDir, false);
+    } catch (const RuntimeError&) {
+        return -1;
+    }
 }
 #else
 int Run(const std::string& program, const std::vector<std::string>& args,

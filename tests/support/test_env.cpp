@@ -1,9 +1,5 @@
 #include "support/test_env.h"
 
-#ifndef _WIN32
-#include <unistd.h>
-#endif
-
 #include <cstdio>
 #include <fstream>
 #include <random>
@@ -11,26 +7,14 @@
 
 namespace quillet::testing {
 
-namespace {
-#ifdef _WIN32
-// A DOS 8.3 name, so that the folder passes the short-name check of a run on Windows.
-std::string FolderName(unsigned random) {
-    char name[9];
-    std::snprintf(name, sizeof name, "qt%06x", random & 0xFFFFFFu);
-    return name;
-}
-#else
-std::string FolderName(unsigned random) {
-    return "quillet-test-" + std::to_string(::getpid()) + "-" + std::to_string(random);
-}
-#endif
-}  // namespace
-
 TempDir::TempDir() {
     std::random_device rd;
     auto base = std::filesystem::temp_directory_path();
     for (;;) {
-        auto candidate = base / FolderName(rd());
+        // A DOS 8.3 name, so that the folder passes the short-name check of a run on Windows.
+        char name[9];
+        std::snprintf(name, sizeof name, "qt%06x", rd() & 0xFFFFFFu);
+        auto candidate = base / name;
         if (std::filesystem::create_directory(candidate)) {
             path_ = candidate.string();
             return;
@@ -48,11 +32,7 @@ TempDir::~TempDir() {
 }
 
 std::string NativePath(std::string path) {
-#ifdef _WIN32
-    for (char& c : path)
-        if (c == '/') c = '\\';
-#endif
-    return path;
+    return std::filesystem::path(path).make_preferred().string();
 }
 
 std::string ReadBytes(const std::string& path) {

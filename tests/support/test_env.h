@@ -30,14 +30,11 @@ class TempDir {
     TempDir& operator=(const TempDir&) = delete;
     const std::string& path() const { return path_; }
     // Joined with the platform's separator, as the program builds its paths.
-    std::string operator/(const std::string& name) const { return path_ + kSeparator + name; }
+    std::string operator/(const std::string& name) const {
+        return path_ + static_cast<char>(std::filesystem::path::preferred_separator) + name;
+    }
 
   private:
-#ifdef _WIN32
-    static constexpr char kSeparator = '\\';
-#else
-    static constexpr char kSeparator = '/';
-#endif
     std::string path_;
 };
 
