@@ -64,14 +64,6 @@ TEST_F(QuestionForm, EachModelShowsAndLabelsItsOwnQuestions) {
     EXPECT_EQ(s.form.Question12.caption, "12. »  Exponential weight ... D(i) ...starting value(s)?");
 }
 
-TEST_F(QuestionForm, SelectKeepsThePreviousCaptionsWithTwelveHidden) {
-    SetMethodsText(s, "Modified Lorentzian");
-    SetMethodsText(s, "-Select-");
-    EXPECT_EQ(s.form.Question9.caption, "9. »  Lorentz amplitude(s) ... A(i) / Ynorm ...starting value?");
-    EXPECT_TRUE(s.form.Question11.visible);
-    EXPECT_FALSE(s.form.Question12.visible);
-}
-
 TEST_F(QuestionForm, EditsSetDataChangedOnlyWhenTheTextDiffersFromTheRecord) {
     GetAnswers(s);  // the record now holds the defaults
     for (int q : {1, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}) {
@@ -109,20 +101,18 @@ TEST_F(QuestionForm, CompletenessFollowsTheQuestionsTheModelUses) {
                                                       "Missing some data fields", 48}));
 }
 
-TEST_F(QuestionForm, BrowseButtonTakesOnlyDataBesideTheResponseFile) {
+// The widgets' tests take a data file from the response file's folder.
+TEST_F(QuestionForm, BrowseButtonRefusesDataFromAnotherFolder) {
     s.UserDir = dir.path();
-    dialogs.Choose(dir / "pts.100");
-    cmdFileData_Click(s);
-    EXPECT_EQ(s.form.timeData.text, "pts.100");
-    ASSERT_EQ(dialogs.fileDialogs.size(), 1u);
-    EXPECT_EQ(dialogs.fileDialogs[0].title, "Select File Name containing your Data to be curve fitted");
-    EXPECT_EQ(dialogs.fileDialogs[0].filter,
-              "All Files (*.*)|*.*|Input Data files (*.??0.data)|*.??0.data|Plot data files (*.plt)|*.plt");
-
+    const std::string before = s.form.timeData.text;
     dialogs.Choose("/elsewhere/other.100").Answer(mb::OK);
     cmdFileData_Click(s);
-    EXPECT_EQ(s.form.timeData.text, "pts.100");
-    EXPECT_EQ(dialogs.boxes.back().text, "Sorry, Input & Data files -must- be in same directory!");
+    EXPECT_EQ(s.form.timeData.text, before);
+    EXPECT_EQ(dialogs.boxes,
+              (std::vector<testing::ShownBox>{{"Sorry, Input & Data files -must- be in same directory!",
+                                               "Select File Name containing your Data to be curve fitted", 48}}));
+    EXPECT_EQ(dialogs.fileDialogs.at(0).filter,
+              "All Files (*.*)|*.*|Input Data files (*.??0.data)|*.??0.data|Plot data files (*.plt)|*.plt");
 
     dialogs.Cancel();  // says nothing
     cmdFileData_Click(s);

@@ -20,13 +20,6 @@ using testing::RunFixture;
 using testing::TempDir;
 using testing::WriteBytes;
 
-// The run script beside the program, as the command line names it.
-#ifdef _WIN32
-const std::string kScript = "\\run-FitW.bat ";
-#else
-const std::string kScript = "/run-FitW.sh ";
-#endif
-
 class Launcher : public RunFixture {};
 
 TEST_F(Launcher, SubmittedRunCallsTheScriptWithFileFolderAndExitSplittingANameAtItsBlank) {
@@ -51,29 +44,6 @@ TEST_F(Launcher, UserFolderOutsideTheProgramFolderStaysAFullPath) {
     FileRun2(s);
     EXPECT_EQ(RunLog(), outside + "\n[b.Fit]\n[" + outside + "]\n[wait]\n");
     EXPECT_TRUE(fs::is_directory(outside + "/output"));
-}
-
-TEST_F(Launcher, RunDirEqualToTheProgramFolderGivesAnEmptyArgument) {
-    UseUserDir(ProgramDir());
-    SaveResponse("d.Fit");
-    s.RunDir = ProgramDir();
-    s.RunFile = "d.Fit";
-    FileRun(s);
-    EXPECT_EQ(RunLog(), ProgramDir() + "\n[d.Fit]\n[wait]\n");
-    EXPECT_EQ(s.CommandLine, ProgramDir() + kScript + "d.Fit  wait");
-    EXPECT_TRUE(fs::is_directory(ProgramDir() + "//output"));
-}
-
-TEST_F(Launcher, DemoRunsOnlyNamesBeginningWithEx) {
-    WriteBytes(ProgramDir() + "/demos/Ex3.Fit", "x");
-    RunDemo(s, "ex3.fit");
-    EXPECT_FALSE(ScriptRan());
-
-    s.CurrentFile = "mine.Fit";
-    RunDemo(s, "Ex3.Fit");
-    EXPECT_EQ(RunLog(), NativePath(ProgramDir() + "/demos") + "\n[Ex3.Fit]\n[demos]\n[wait]\n");
-    EXPECT_EQ(s.CurrentFile, "mine.Fit");
-    EXPECT_EQ(RegText("Software\\Vantorel\\Quillet", "FileIn"), "Ex3.Fit");
 }
 
 TEST_F(Launcher, NewDataAlwaysAsksToSaveAndCancelStartsNothing) {
@@ -140,7 +110,6 @@ TEST(WindowsShortPath, OnlyAPathThatIsAlreadyShortComesBackAsItIs) {
     } cases[] = {
         {"DATA\\PTS.100", true},
         {"My Runs\\pts.100", false},
-        {"data\\points.text", false},
         {"data\\missing.100", false},
     };
     for (const Case& c : cases) {

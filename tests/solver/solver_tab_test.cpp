@@ -40,9 +40,6 @@ TEST_F(SolverTab, ModelChoosesTheFamilyOfQuestions) {
 
 TEST_F(SolverTab, EditDefaultsFillsTheFamilyOfTheListPositionAndEnables) {
     cmdDefaultSolverData_Click(s);
-    EXPECT_EQ(Values(s.form), "[][][][][][]");
-    EXPECT_FALSE(s.form.Rho.enabled);
-
     s.DataChanged = false;
     cmdEditSolverData_Click(s);  // "-Select-": family A
     EXPECT_EQ(Values(s.form), "[20][0][1.E-7][1][.2][.02]");
@@ -53,16 +50,6 @@ TEST_F(SolverTab, EditDefaultsFillsTheFamilyOfTheListPositionAndEnables) {
     EXPECT_EQ(Values(s.form), "[20][0][1.E-7][1][.2][.02]");
     cmdEditSolverData_Click(s);
     EXPECT_EQ(Values(s.form), "[20][0][2000][1.e-6][.001][.02]");
-}
-
-TEST_F(SolverTab, PuttingAnswersBackEnablesTheBoxesOnlyWhenOneHoldsAValue) {
-    for (auto& v : s.rec.SolverValues) v.clear();
-    PutAnswers(s);
-    EXPECT_FALSE(s.form.Detail.enabled);
-    s.rec.SolverValues[6] = ".05";
-    PutAnswers(s);
-    EXPECT_TRUE(s.form.Detail.enabled);
-    EXPECT_EQ(s.form.Rho.text, ".05");
 }
 
 }  // namespace
