@@ -13,29 +13,29 @@ using QuestionForm = FormFixture;
 
 struct Layout {
     const char* model;
-    bool q8, q10, q11, q12, combo;
+    bool q8, q10, q11, q12, combo, solverB;  // solverB: the second family of solver questions
     const char* q9;
     const char* q10caption;
     const char* q11caption;
 };
 
-TEST_F(QuestionForm, EachModelShowsAndLabelsItsOwnQuestions) {
+TEST_F(QuestionForm, EachModelShowsAndLabelsItsOwnQuestionsAndSolverQuestions) {
     // The second model of each pair shares its partner's captions (nullptr: not checked again).
     const Layout layouts[] = {
-        {"Lorentzian", true, true, true, false, false,
+        {"Lorentzian", true, true, true, false, false, false,
          "9. »  Lorentz amplitude(s) ... A(i) / Ynorm ...starting value?",
          "10. »  Pulse Width @ 50% Peak amplitude(s) ... PW50(i) / Xnorm ...starting value(s)?",
          "11. »  Peak locations or offset ... t0(i) / Xnorm ...starting value(s)?"},
-        {"Modified Lorentzian", true, true, true, true, false, nullptr, nullptr, nullptr},
-        {"Exponential", true, true, false, false, false,
+        {"Modified Lorentzian", true, true, true, true, false, false, nullptr, nullptr, nullptr},
+        {"Exponential", true, true, false, false, false, false,
          "9. »  Exponential amplitude(s) ... A(i) / Ynorm ...starting value(s)?",
          "10. »  Exponential power(s) ... B(i) * Xnorm ...starting value(s)?", nullptr},
-        {"Power", true, false, false, false, false,
+        {"Power", true, false, false, false, false, false,
          "9. »  Power amplitude(s)...A(i) / Ynorm * Xnorm^i ...starting value(s)?", nullptr, nullptr},
-        {"Sine", true, true, true, false, true, "9. »  Sine amplitude(s) ... A(i) / Ynorm ...starting value(s)?",
+        {"Sine", true, true, true, false, true, true, "9. »  Sine amplitude(s) ... A(i) / Ynorm ...starting value(s)?",
          "10. »", "11. »  Sine offset (Theta) ... C(i) ...starting value(s)?"},
-        {"Sine * Exponential", true, true, true, true, true, nullptr, nullptr, nullptr},
-        {"Bell Curve", false, true, true, false, false,
+        {"Sine * Exponential", true, true, true, true, true, true, nullptr, nullptr, nullptr},
+        {"Bell Curve", false, true, true, false, false, true,
          "9. »  Bell Curve T0(s) ... T0(i) / Xnorm ...starting value(s)?",
          "10. »  Bell Curve amplitude(s) ... A(i) ...starting value(s)?",
          "11. »  Bell Curve Standard Deviation(s) ... B(i) * Xnorm ...starting value(s)?"},
@@ -50,6 +50,11 @@ TEST_F(QuestionForm, EachModelShowsAndLabelsItsOwnQuestions) {
         EXPECT_EQ(f.PeakLocations.visible, l.q11);
         EXPECT_EQ(f.Amplitude2.visible, l.q12);
         EXPECT_EQ(f.Combo10.visible, l.combo);
+        EXPECT_EQ(f.Rho.visible, l.combo);  // only the Sine models ask for RHO
+        EXPECT_EQ(f.SolvQuestion[3].caption, l.solverB
+                                                 ? " 2000           3. »  EvalMax: Max. # of model evaluations."
+                                                 : "1.E-7           3. »  DELTA: Convergent tolerance for unknowns.");
+        EXPECT_EQ(f.Damp.toolTip, l.solverB ? "Accuracy" : "Damp");
         const std::pair<const Label*, const char*> captions[] = {
             {&f.Question9, l.q9}, {&f.Question10, l.q10caption}, {&f.Question11, l.q11caption}};
         for (const auto& [label, text] : captions) {

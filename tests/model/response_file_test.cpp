@@ -142,15 +142,6 @@ TEST_F(ResponseFileTest, AHandWrittenFileRelabelsTheFormAndReadsOnlyAnUpperCaseS
     EXPECT_EQ(s.rec.SolverValues[1], "");
 }
 
-TEST_F(ResponseFileTest, MissingFileIsReportedUnlessTheNameIsEmpty) {
-    dialogs.Answer(mb::OK);
-    s.rec.Answers[1] = "untouched";
-    ReadInto(dir.path(), "gone.Fit");
-    ReadInto(dir.path(), "");
-    EXPECT_EQ(dialogs.boxes, (std::vector<ShownBox>{{"Missing 'gone.Fit' file?", " File not found.", 48}}));
-    EXPECT_EQ(s.rec.Answers[1], "untouched");
-}
-
 TEST_F(ResponseFileTest, MissingFolderShowsTheCriticalMessage) {
     dialogs.Answer(mb::OK);
     FillForm("Power");

@@ -7,8 +7,6 @@
 #include "env/mdlRegistryAPI.h"
 #include "env/paths.h"
 #include "env/settings.h"
-#include "model/form_events.h"
-#include "model/response_file.h"
 #include "support/form_fixture.h"
 #include "support/test_registry.h"
 
@@ -36,20 +34,12 @@ protected:
         s.env.currentFolder = dir.path();
     }
 
-    // Saves a Power response with 7 terms as program/folder/name, the last file of the run before.
+    // A Power response with 7 terms as program/folder/name, the last file of the run before.
     void SaveLastFile(const std::string& folder, const std::string& name) {
-        AppState other;
-        other.env = s.env;
-        InitFormDesign(other);
-        SetMethodsText(other, "Power");
-        SetText(other, other.form.nTerms, "7");
         std::filesystem::create_directories(program + "/" + folder);
-        WriteAnsFile(other, name, program + "/" + folder);
+        testing::WriteBytes(program + "/" + folder + "/" + name,
+                            "mine\r\nd.dat\r\nPower\r\n1\r\n10\r\n7\r\n1\r\n1\r\n0\r\n1\r\nN\r\n-999\r\n-999\r\nN\r\n");
         PutFileInRegistry(s.env, name, folder);
-    }
-
-    std::string FileType(const std::string& key) {
-        return RegText(GetRegValue(s.env, reg::ClassesRoot, key, "", reg::Sz, std::string("<missing>")));
     }
 
     std::string program;
@@ -65,7 +55,8 @@ TEST_F(Startup, FirstStartOnAnEmptyHiveFillsTheFormAndRegistersTheFileTypes) {
               "name and select/click it.\r\n2. Enter desired X value below.\r\n3. Press the 'Calculate' button "
               "below.\r\n\r\nThe resulting Y value and its standard deviation will be shown in the bottom "
               "textboxes.");
-    EXPECT_EQ(FileType(".Fit"), "MyEditor.bat");
+    EXPECT_EQ(RegText(GetRegValue(s.env, reg::ClassesRoot, ".Fit", "", reg::Sz, std::string("<missing>"))),
+              "MyEditor.bat");
 }
 
 TEST_F(Startup, ReopensTheLastResponseFileWithExactlyItsAnswers) {

@@ -16,28 +16,6 @@ std::string Values(FormModel& f) {
     return out;
 }
 
-// The third caption tells the families apart; the response-file goldens hold the labels of the others.
-TEST_F(SolverTab, ModelChoosesTheFamilyOfQuestions) {
-    struct Case {
-        const char* model;
-        const char* third;
-        const char* tips;  // of boxes 3 to 5
-        bool sixth;
-    } cases[] = {
-        {"Power", "1.E-7           3. »  DELTA: Convergent tolerance for unknowns.", "Delta PreDamp Damp", false},
-        {"Sine", " 2000           3. »  EvalMax: Max. # of model evaluations.", "EvalMax Zero Accuracy", true},
-        {"Bell Curve", " 2000           3. »  EvalMax: Max. # of model evaluations.", "EvalMax Zero Accuracy", false},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.model);
-        SetMethodsText(s, c.model);
-        EXPECT_EQ(s.form.SolvQuestion[3].caption, c.third);
-        EXPECT_EQ(s.form.Delta.toolTip + " " + s.form.PreDamp.toolTip + " " + s.form.Damp.toolTip, c.tips);
-        EXPECT_EQ(s.form.Rho.visible, c.sixth);
-        EXPECT_EQ(s.form.SolvQuestion[6].visible, c.sixth);
-    }
-}
-
 TEST_F(SolverTab, EditDefaultsFillsTheFamilyOfTheListPositionAndEnables) {
     cmdDefaultSolverData_Click(s);
     s.DataChanged = false;
