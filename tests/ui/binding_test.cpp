@@ -46,13 +46,6 @@ TEST_F(Binding, TypingInEveryAnswerBoxMarksTheAnswersChangedAndTheChosenModelSho
     EXPECT_EQ(Find<QLineEdit>("Delta")->toolTip(), "EvalMax");
 }
 
-TEST_F(Binding, SolverEditButtonFillsTheBoxes) {
-    Choose("Power");
-    QTest::mouseClick(Find<QPushButton>("cmdEditSolverData"), Qt::LeftButton);
-    EXPECT_EQ(Find<QLineEdit>("Delta")->text(), "1.E-7");
-    EXPECT_TRUE(Find<QLineEdit>("Remax")->isEnabled());
-}
-
 TEST_F(Binding, FocusOnTheDataFileGoesToItsBrowseButtonWhichTakesTheChosenFile) {
     window->activateWindow();
     ASSERT_TRUE(WaitUntil([this] { return window->isActiveWindow(); }));

@@ -25,7 +25,6 @@ struct StyleCase {
 
 TEST(MsgBoxStyle, DecodesButtonsIconAndDefaultFromTheirBitsAndGivesTheClassicResults) {
     const StyleCase cases[] = {
-        {0, SB::Ok, QMessageBox::NoIcon, SB::Ok},
         {1 + 48, SB::Ok | SB::Cancel, QMessageBox::Warning, SB::Ok},
         {2 + 16, SB::Abort | SB::Retry | SB::Ignore, QMessageBox::Critical, SB::Abort},
         {3 + 512, SB::Yes | SB::No | SB::Cancel, QMessageBox::NoIcon, SB::Cancel},
@@ -59,8 +58,7 @@ TEST(RunWindowRunner, HandsTheScriptItsArgumentsSplitAtBlanksWithoutAShell) {
     const std::string script = dir / "run-FitW.sh";
     testing::WriteBytes(script, "for a in \"$@\"; do echo \"[$a]\"; done > args.log\n");
     RunWindowRunner runner;
-    const int status = runner.Run(script + "  x;touch${IFS}pwned.Fit   \"q\"  $(id) exit", dir.path(), false);
-    EXPECT_EQ(status, 0);
+    EXPECT_EQ(runner.Run(script + "  x;touch${IFS}pwned.Fit   \"q\"  $(id) exit", dir.path(), false), 0);
     EXPECT_EQ(ReadBytes(dir / "args.log"), "[x;touch${IFS}pwned.Fit]\n[\"q\"]\n[$(id)]\n[exit]\n");
     EXPECT_FALSE(std::filesystem::exists(dir / "pwned.Fit"));
 }

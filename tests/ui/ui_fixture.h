@@ -79,6 +79,7 @@ protected:
             if (auto* t = qobject_cast<W*>(w); t && t->isVisible()) return t;
         return nullptr;
     }
+
     TempDir dir;
     std::string program;
     FileRegistry registry;
