@@ -56,19 +56,6 @@ TEST_F(Registry, ValuesRoundTripWithinTheirLimits) {
         << "a failed conversion writes nothing";
 }
 
-TEST_F(Registry, KeyAndValueNamesIgnoreCaseAndKeepTheirFirstSpelling) {
-    EXPECT_TRUE(CreateKey(env, reg::CurrentUser, "software\\VANTOREL\\quillet")) << "the key was there";
-    SetRegValue(env, reg::CurrentUser, kKey, "FileIn", reg::Sz, std::string("a.Fit"));
-    SetRegValue(env, reg::CurrentUser, kKey, "FILEIN", reg::Sz, std::string("b.Fit"));
-    EXPECT_EQ(GetRegValue(env, reg::CurrentUser, "software\\VANTOREL\\quillet", "fileIn", reg::Sz),
-              RegValue(std::string("b.Fit")));
-    if (kHiveFiles) {
-        EXPECT_EQ(CurrentUserFile(),
-                  "REGEDIT4\n\n[HKEY_CURRENT_USER\\Software\\Vantorel\\Quillet]\n"
-                  "\"FileIn\"=\"b.Fit\"\n\n");
-    }
-}
-
 TEST_F(Registry, WritesNeverCreateKeysNorReportFailures) {
     const std::string before = CurrentUserFile();
     SetRegValue(env, reg::CurrentUser, "Software\\Missing", "x", reg::Sz, std::string("1"));
@@ -116,22 +103,6 @@ TEST_F(Registry, FirstStartFileTypesIncludeTheSiblingProgramOnlyWhenItIsThere) {
     EXPECT_EQ(Class("f32main.exe"), "MV Presentation");
     EXPECT_EQ(Class("f32main.exe\\shell\\open\\command"),
               "\"" + NativePath(parent + "/f32main.exe") + "\" %1");
-}
-
-TEST_F(Registry, AFileTypeFolderEndingInASeparatorGetsNoSecondAndAnIconItsIndex) {
-    AssociateFileType(env, "abc", "C:\\Tools\\", "Tool.exe", "Tool file", "C:\\Tools\\tool.ico");
-    EXPECT_EQ(Class("Tool.exe\\shell\\open\\command"), "\"C:\\Tools\\Tool.exe\" %1");
-    EXPECT_EQ(Class("Tool.exe\\DefaultIcon"), "C:\\Tools\\tool.ico,0");
-}
-
-TEST_F(Registry, SetClassKeyValueGivesTheLastRegistryResult) {
-    EXPECT_EQ(SetClassKeyValue(env, "-2147483648", "K", "Sub", "below"), 0);
-    EXPECT_EQ(Class("K\\Sub"), "below");
-
-    TestRegistry blocked(dir / "blocker", TestRegistry::Store::Refusing);
-    env.registry = &blocked;
-    EXPECT_EQ(SetClassKeyValue(env, "-2147483648", "K", "", "x"), 6)
-        << "closing the key that was never made";
 }
 
 }  // namespace

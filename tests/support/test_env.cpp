@@ -2,8 +2,8 @@
 
 #include <cstdio>
 #include <fstream>
+#include <iterator>
 #include <random>
-#include <sstream>
 
 namespace quillet::testing {
 
@@ -37,9 +37,7 @@ std::string NativePath(std::string path) {
 
 std::string ReadBytes(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
-    std::stringstream ss;
-    ss << in.rdbuf();
-    return ss.str();
+    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 void WriteBytes(const std::string& path, const std::string& bytes) {

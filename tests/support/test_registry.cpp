@@ -15,22 +15,16 @@ namespace quillet::testing {
 namespace {
 const char* const kScratchParent = "Software\\Quillet tests";
 
-[[noreturn]] void Fail(const std::string& what, LONG code) {
-    throw std::runtime_error(what + " failed with registry error " + std::to_string(code));
+// A failure here must stop the test: it would otherwise work on the person's own keys.
+void Check(LONG rc, const std::string& what) {
+    if (rc != ERROR_SUCCESS) throw std::runtime_error(what + " failed with registry error " + std::to_string(rc));
 }
 
 HKEY MakeKey(HKEY parent, const std::string& name, DWORD options) {
     HKEY key = nullptr;
-    LONG rc = RegCreateKeyExA(parent, name.c_str(), 0, nullptr, options, KEY_ALL_ACCESS, nullptr,
-                              &key, nullptr);
-    if (rc != ERROR_SUCCESS) Fail("creating the scratch key " + name, rc);
+    Check(RegCreateKeyExA(parent, name.c_str(), 0, nullptr, options, KEY_ALL_ACCESS, nullptr, &key, nullptr),
+          "creating the scratch key " + name);
     return key;
-}
-
-// Points a predefined root at `target` for this process.
-void Redirect(HKEY root, void* target) {
-    if (LONG rc = RegOverridePredefKey(root, static_cast<HKEY>(target)); rc != ERROR_SUCCESS)
-        Fail("redirecting a root key", rc);
 }
 }  // namespace
 
@@ -57,8 +51,8 @@ TestRegistry::~TestRegistry() {
 }
 
 RegistryBackend& TestRegistry::Enter() {
-    Redirect(HKEY_CURRENT_USER, user_);
-    Redirect(HKEY_CLASSES_ROOT, classes_);
+    Check(RegOverridePredefKey(HKEY_CURRENT_USER, static_cast<HKEY>(user_)), "redirecting a root key");
+    Check(RegOverridePredefKey(HKEY_CLASSES_ROOT, static_cast<HKEY>(classes_)), "redirecting a root key");
     return *inner_;
 }
 #else
