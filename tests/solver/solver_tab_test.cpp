@@ -21,7 +21,7 @@ TEST_F(SolverTab, EditDefaultsFillsTheFamilyOfTheListPositionAndEnables) {
     s.DataChanged = false;
     cmdEditSolverData_Click(s);  // "-Select-": family A
     EXPECT_EQ(Values(s.form), "[20][0][1.E-7][1][.2][.02]");
-    EXPECT_TRUE(s.form.Remax.enabled && s.form.Rho.enabled);
+    EXPECT_TRUE(s.form.Rho.enabled);
     EXPECT_TRUE(s.DataChanged);
 
     SetMethodsText(s, "Bell Curve");  // switching families keeps the values until asked
