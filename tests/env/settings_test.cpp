@@ -25,28 +25,28 @@ class Settings : public RegistryFixture {
     }
 };
 
-TEST_F(Settings, GetFileInRegistryKeepsTheNameAndOnlyARelativeUserPath) {
+TEST_F(Settings, GetFileInRegistryKeepsTheNameAndNoAbsoluteOrEmptyUserPath) {
     CreateKey(env, reg::CurrentUser, kCompany);  // without the product key nothing is restored
     std::string userPath = "kept";
     EXPECT_EQ(GetFileInRegistry(env, userPath), "");
     EXPECT_EQ(userPath, "kept");
 
     struct Case {
-        const char *fileIn, *userPath, *name, *restoredPath;
+        const char *fileIn, *userPath, *name;
     };
-    for (const Case& c : {Case{"a.Fit", "D:\\data", "a.Fit", "demos"}, Case{"/home/x/b.Fit", "/abs", "b.Fit", "demos"},
-                          Case{"", "", "", "demos"}}) {
+    for (const Case& c :
+         {Case{"a.Fit", "D:\\data", "a.Fit"}, Case{"/home/x/b.Fit", "/abs", "b.Fit"}, Case{"", "", ""}}) {
         Store(kProduct, "FileIn", c.fileIn);
         Store(kProduct, "userPath", c.userPath);
         userPath = "before";
         env.parentDir.clear();
         EXPECT_EQ(GetFileInRegistry(env, userPath), c.name);
-        EXPECT_EQ(userPath, c.restoredPath);
+        EXPECT_EQ(userPath, "demos");
         EXPECT_EQ(env.parentDir, NativePath(env.programDir + "/.."));
     }
 }
 
-TEST_F(Settings, StartUpValuesTakeTheirDefaults) {
+TEST_F(Settings, StartUpValuesCutTheCounterToFitAndReadThePause) {
     for (auto [text, count] :
          std::vector<std::pair<const char*, int>>{{" 12 ", 12}, {"abc", 0}, {"99999", 32767}, {"-5", -5}}) {
         Store(kProduct, "RunCount", text);
@@ -127,13 +127,14 @@ TEST_F(Settings, AFailingRegistryIsReportedAndTheProgramGoesOn) {
     dialogs.Answer(mb::OK);
     PutFileInRegistry(env, "a.Fit", "demos");
     EXPECT_EQ(dialogs.boxes,
-              (std::vector<ShownBox>{{"Unexpected error #57 occured: Device I/O error\r\nIt seems some Registry entry "
-                                      "is corrupt!  Re-installing this \r\nQuillet program is the easiest fix.",
-                                      "In 'GetFileInRegistry' routine ...", 16},
-                                     {"Unexpected error #1001 occured: Unable to create the registry key\r\nIt seems "
-                                      "some Registry entry is corrupt!  Re-installing this \r\nQuillet\xE2\x84\xA2 "
-                                      "program is the easiest fix.",
-                                      "In 'PutFileInRegistry'", 16}}));
+              (std::vector<ShownBox>{
+                  {"Unexpected error #57 occured: Device I/O error\r\nIt seems some Registry entry "
+                   "is corrupt!  Re-installing this \r\nQuillet program is the easiest fix.",
+                   "In 'GetFileInRegistry' routine ...", 16},
+                  {"Unexpected error #1001 occured: Unable to create the registry key\r\nIt seems "
+                   "some Registry entry is corrupt!  Re-installing this \r\nQuillet\xE2\x84\xA2 "
+                   "program is the easiest fix.",
+                   "In 'PutFileInRegistry'", 16}}));
 }
 
 TEST_F(Settings, ADamagedHiveIsShownOnceWhenSettingsAreRead) {
