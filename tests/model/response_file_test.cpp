@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <ctime>
 #include <filesystem>
+#include <tuple>
 
 #include "env/ports.h"
 #include "model/form_events.h"
@@ -59,6 +61,20 @@ TEST_F(ResponseFileTest, ReadValueLineTakesTheValueBeforeTheComment) {
               "[12][][][a][xy][no comment at all][][-EOF-][-EOF-]");
     EXPECT_EQ(ReadValues("1\n2\r\n3", 4), "[1][2][3][-EOF-]");
     EXPECT_EQ(ReadValues("caf\xc3\xa9 ! utf-8\r\ncaf\xe9 ! 1252\r\n", 2), "[café][café]");
+}
+
+TEST(FileDate, UsesEnglishMonthsAndATwelveHourClock) {
+    std::tm t{};
+    t.tm_year = 126;
+    t.tm_mday = 5;
+    t.tm_min = 7;
+    for (auto [month, hour, text] : {std::tuple{8, 0, "September 05, 2026 @ 12:07 AM"},
+                                     std::tuple{8, 12, "September 05, 2026 @ 12:07 PM"},
+                                     std::tuple{0, 23, "January 05, 2026 @ 11:07 PM"}}) {
+        t.tm_mon = month;
+        t.tm_hour = hour;
+        EXPECT_EQ(FormatFileDate(t), text);
+    }
 }
 
 TEST_F(ResponseFileTest, LorentzianFileMatchesHandBuiltBytes) {
