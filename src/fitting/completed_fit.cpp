@@ -44,6 +44,12 @@ void ComputeStatistics(CompletedFit& fit) {
     fit.rss = rss;
     fit.stddev = std::sqrt(rss / static_cast<double>(static_cast<long>(n) - fit.model.parameterCount()));
     fit.rSquared = tss > 0 ? 1 - rss / tss : std::numeric_limits<double>::quiet_NaN();
+    fit.flags.clear();
+    if (fit.rSquared < 0) fit.flags.push_back("the curve fits worse than a constant (R squared below 0)");
+    for (int k : fit.result.atBound)
+        fit.flags.push_back(fit.model.parameterName(k) + " ended on a bound (0 to 130% of its starting value)");
+    if (fit.result.stdErrors.empty())
+        fit.flags.push_back("no standard errors: " + fit.result.stdErrorsNote);
 }
 
 }  // namespace quillet::fitting

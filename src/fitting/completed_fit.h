@@ -22,6 +22,8 @@ struct CompletedFit {
     double rss = 0;              // residual sum of squares
     double stddev = 0;           // sqrt(rss / (n - p))
     double rSquared = 0;
+    // What makes a fit that ran doubtful, for a person: each one a sentence without its period.
+    std::vector<std::string> flags;
 
     double physicalValue(int k) const;
     double physicalError(int k) const;  // NaN when the errors are missing
@@ -32,7 +34,7 @@ struct CompletedFit {
 // The starting values of the questions, laid out as the model's parameters.
 std::vector<double> StartValues(const Model& model, const FitSettings& settings);
 
-// Fills the fitted curve and the statistics from `fit.result`.
+// Fills the fitted curve, the statistics and the flags from `fit.result`.
 void ComputeStatistics(CompletedFit& fit);
 
 }  // namespace quillet::fitting

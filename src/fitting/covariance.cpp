@@ -11,22 +11,15 @@ namespace {
 // as dependent: their errors would be rounding noise.
 constexpr double kMinReciprocalCondition = 1e-14;
 
-using RowMajor = Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, Eigen::RowMajor>;
-
 }  // namespace
 
-std::vector<double> StandardErrors(const std::vector<double>& jacobian, int np, double variance, std::string& note) {
-    const Eigen::Index cols = np;
-    const Eigen::Index rows = cols > 0 ? static_cast<Eigen::Index>(jacobian.size()) / cols : 0;
-    if (rows < cols || cols == 0) {
-        note = "there are fewer points than parameters";
+std::vector<double> StandardErrors(const Eigen::MatrixXd& r, double variance, std::string& note) {
+    const Eigen::Index cols = r.cols();
+    if (cols == 0 || !(variance >= 0) || !std::isfinite(variance)) {
+        note = "there are no more points than parameters";
         return {};
     }
-    // QR first, so that the singular values come from R (np x np) without squaring J's
-    // condition number, and the SVD is of a small matrix.
-    const Eigen::Map<const RowMajor> j(jacobian.data(), rows, cols);
-    Eigen::HouseholderQR<Eigen::MatrixXd> qr(j);
-    const Eigen::MatrixXd r = qr.matrixQR().topRows(cols).triangularView<Eigen::Upper>();
+    // The singular values of R are those of J, without squaring J's condition number.
     Eigen::JacobiSVD<Eigen::MatrixXd> svd(r, Eigen::ComputeFullV);
     const Eigen::VectorXd s = svd.singularValues();
     const double largest = s(0), smallest = s(cols - 1);

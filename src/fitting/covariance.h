@@ -1,12 +1,14 @@
 #pragma once
-// Parameter standard errors of a least-squares fit from its Jacobian at the minimum.
+// Standard errors of the fitted parameters.
+#include <Eigen/Core>
 #include <string>
 #include <vector>
 
 namespace quillet::fitting {
 
-// `jacobian` holds n rows of `np` derivatives each (row-major). Returns
-// sqrt(variance * diag((J'J)^-1)), or nothing with `note` set when J'J cannot be inverted.
-std::vector<double> StandardErrors(const std::vector<double>& jacobian, int np, double variance, std::string& note);
+// The square roots of the diagonal of variance * (J'J)^-1, from the triangular factor R of the
+// weighted Jacobian J (R'R = J'J). Empty, with `note` saying why, when the parameters are not
+// independent.
+std::vector<double> StandardErrors(const Eigen::MatrixXd& r, double variance, std::string& note);
 
 }  // namespace quillet::fitting

@@ -1,98 +1,291 @@
 #include "fitting/fit_engine.h"
 
-#include <ceres/iteration_callback.h>
-#include <ceres/problem.h>
-#include <ceres/solver.h>
-#include <glog/logging.h>
-
+#include <Eigen/Dense>
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 #include "fitting/covariance.h"
 #include "fitting/number_text.h"
-#include "fitting/series_cost.h"
+#include "fitting/separable.h"
+#include "fitting/streaming_qr.h"
 
 namespace quillet::fitting {
 
 namespace {
 
-// Progress lines every Nth iteration, and the cap on model evaluations.
-class Monitor : public ceres::IterationCallback {
-public:
-    Monitor(const FitProblem& problem, const SeriesCost& cost) : problem_(problem), cost_(cost) {}
+constexpr std::size_t kBlockRows = 256;
+// Basis functions whose scaled columns are dependent below this ratio count as one: their
+// split is left to the smallest coefficients instead of cancelling huge ones.
+constexpr double kLinearRankTolerance = 1e-11;
+// A Gauss-Newton step that would lower the sum of squares by less than this share of it
+// finds nothing that rounding does not hide.
+constexpr double kRoundingDecrease = 1e-12;
+// Below this share of the data's sum of squares the curve goes through every point.
+constexpr double kExactFit = 1e-26;
+// The damping a refused undamped step starts from, relative to the squared column norms.
+constexpr double kLeastDamping = 1e-3;
+constexpr double kMostDamping = 1e16;
+constexpr double kInf = std::numeric_limits<double>::infinity();
 
-    ceres::CallbackReturnType operator()(const ceres::IterationSummary& s) override {
-        const int every = problem_.options.progressEvery.value_or(0);
-        if (every > 0 && s.iteration > 0 && s.iteration % every == 0 && problem_.progress)
-            problem_.progress("iteration " + std::to_string(s.iteration) + ": normalised RSS " +
-                              FormatShort(2 * s.cost, 10) + ", step " + FormatShort(s.step_norm, 3) +
-                              ", evaluations " + std::to_string(cost_.evaluations()));
-        const long cap = problem_.options.maxEvaluations.value_or(0);
-        if (cap > 0 && cost_.evaluations() >= cap) {
-            capped = true;
-            return ceres::SOLVER_TERMINATE_SUCCESSFULLY;
-        }
-        return ceres::SOLVER_CONTINUE;
-    }
-
-    bool capped = false;
-
-private:
-    const FitProblem& problem_;
-    const SeriesCost& cost_;
+// The model at one shape: the triangular factor R of W [basis | derivatives | v] over all
+// points, the best linear coefficients and the weighted sum of squares.
+struct Evaluation {
+    bool ok = false;
+    Eigen::MatrixXd r;
+    Eigen::VectorXd c;
+    double rss = kInf;
+    int linearRank = 0;
 };
 
-ceres::Solver::Options SolverOptions(const EngineOptions& o) {
-    ceres::Solver::Options c;
-    c.minimizer_type = ceres::TRUST_REGION;
-    c.trust_region_strategy_type = ceres::LEVENBERG_MARQUARDT;
-    // Normal equations: with a few parameters and thousands of points J'J is a small matrix,
-    // and the step's accuracy only sets how fast the fit converges, not where.
-    c.linear_solver_type = ceres::DENSE_NORMAL_CHOLESKY;
-    c.num_threads = 1;
-    c.logging_type = ceres::SILENT;
-    c.minimizer_progress_to_stdout = false;
-    // Tighter than Ceres's own defaults (1e-6, 1e-8): the fit goes on until the sum of squares
-    // stops changing within rounding, which costs an iteration or two at these sizes.
-    c.function_tolerance = 1e-15;
-    c.parameter_tolerance = 1e-10;
-    if (o.maxIterations) c.max_num_iterations = *o.maxIterations;
-    if (o.parameterTolerance) c.parameter_tolerance = *o.parameterTolerance;
-    if (o.functionTolerance) c.function_tolerance = *o.functionTolerance;
-    if (o.gradientTolerance) c.gradient_tolerance = *o.gradientTolerance;
-    if (o.initialTrustRegion) c.initial_trust_region_radius = *o.initialTrustRegion;
-    if (o.minRelativeDecrease) c.min_relative_decrease = *o.minRelativeDecrease;
-    return c;
+void SolveLinear(const SeparableModel& sm, Evaluation& ev) {
+    const int m = sm.linearCount(), last = sm.width() - 1;
+    const Eigen::MatrixXd r11 = ev.r.topLeftCorner(m, m);
+    const Eigen::VectorXd rhs = ev.r.col(last).head(m);
+    // Columns scaled to unit length, so the rank test does not depend on the units.
+    Eigen::VectorXd scale = r11.colwise().norm().transpose();
+    for (double& s : scale)
+        if (!(s > 0)) s = 1;
+    Eigen::CompleteOrthogonalDecomposition<Eigen::MatrixXd> cod;
+    cod.setThreshold(kLinearRankTolerance);
+    cod.compute(r11 * scale.cwiseInverse().asDiagonal());
+    ev.c = scale.cwiseInverse().asDiagonal() * cod.solve(rhs);
+    ev.linearRank = static_cast<int>(cod.rank());
+    ev.rss = (r11 * ev.c - rhs).squaredNorm() + ev.r.col(last).tail(sm.width() - m).squaredNorm();
 }
 
-EngineOptions Applied(const ceres::Solver::Options& c, const EngineOptions& o) {
-    EngineOptions a;
-    a.maxIterations = c.max_num_iterations;
-    a.progressEvery = o.progressEvery.value_or(0);
-    a.parameterTolerance = c.parameter_tolerance;
-    a.functionTolerance = c.function_tolerance;
-    a.gradientTolerance = c.gradient_tolerance;
-    a.initialTrustRegion = c.initial_trust_region_radius;
-    a.minRelativeDecrease = c.min_relative_decrease;
-    a.maxEvaluations = o.maxEvaluations.value_or(0);
-    return a;
+Evaluation Evaluate(const SeparableModel& sm, const FitProblem& fp, const std::vector<double>& alpha) {
+    Evaluation ev;
+    StreamingQr qr(sm.width());
+    std::vector<double> block(kBlockRows * static_cast<std::size_t>(sm.width()));
+    const double* w = fp.weights.empty() ? nullptr : fp.weights.data();
+    const std::size_t n = fp.u.size();
+    for (std::size_t first = 0; first < n; first += kBlockRows) {
+        const std::size_t rows = std::min(kBlockRows, n - first);
+        sm.FillBlock(alpha.data(), fp.u.data() + first, fp.v.data() + first, w ? w + first : nullptr, rows,
+                     block.data());
+        qr.Fold(block.data(), rows);
+    }
+    ev.r = qr.R();
+    if (!ev.r.allFinite()) return ev;
+    SolveLinear(sm, ev);
+    ev.ok = std::isfinite(ev.rss) && ev.c.allFinite();
+    return ev;
 }
 
-// The Jacobian of the weighted residuals at `params`, row-major; empty when it cannot be evaluated.
-std::vector<double> JacobianAt(const SeriesCost& cost, const std::vector<double>& params) {
-    const std::size_t n = static_cast<std::size_t>(cost.num_residuals());
-    std::vector<double> residuals(n), jacobian(n * params.size());
-    const double* p = params.data();
-    double* j = jacobian.data();
-    if (!cost.Evaluate(&p, residuals.data(), &j)) return {};
-    return jacobian;
+// The residuals and their derivatives by the shape parameters with the linear coefficients
+// re-solved (Kaufman's form), in the orthogonal complement of the basis: minimise |b + A d|.
+struct Linearised {
+    Eigen::MatrixXd a;
+    Eigen::VectorXd b;
+};
+
+Linearised Linearise(const SeparableModel& sm, const Evaluation& ev) {
+    const int nd = sm.derivativeCount();
+    const Eigen::MatrixXd t = ev.r.bottomRightCorner(nd + 1, nd + 1);
+    return {t.leftCols(nd) * sm.Mixing(ev.c), -t.col(nd)};
 }
 
-bool AllFinite(const std::vector<double>& values) {
-    for (double v : values)
-        if (!std::isfinite(v)) return false;
-    return true;
+// The damped step over the free parameters: minimises |b + A d|^2 + lambda |D d|^2.
+Eigen::VectorXd Step(const Linearised& l, const Eigen::VectorXd& d, double lambda, const std::vector<int>& free) {
+    const auto nf = static_cast<Eigen::Index>(free.size());
+    Eigen::VectorXd step = Eigen::VectorXd::Zero(l.a.cols());
+    if (nf == 0) return step;
+    const Eigen::Index rows = l.a.rows();
+    Eigen::MatrixXd m = Eigen::MatrixXd::Zero(rows + nf, nf);
+    m.topRows(rows) = l.a(Eigen::all, free);
+    for (Eigen::Index k = 0; k < nf; ++k) m(rows + k, k) = std::sqrt(lambda) * d(free[static_cast<std::size_t>(k)]);
+    Eigen::VectorXd rhs = Eigen::VectorXd::Zero(rows + nf);
+    rhs.head(rows) = -l.b;
+    const Eigen::VectorXd sub = m.completeOrthogonalDecomposition().solve(rhs);
+    for (Eigen::Index k = 0; k < nf; ++k) step(free[static_cast<std::size_t>(k)]) = sub(k);
+    return step;
+}
+
+double PredictedDecrease(const Linearised& l, const Eigen::VectorXd& step) {
+    return l.b.squaredNorm() - (l.b + l.a * step).squaredNorm();
+}
+
+class ShapeSearch {
+public:
+    ShapeSearch(const FitProblem& fp, const SeparableModel& sm) : fp_(fp), sm_(sm), o_(fp.options) {
+        const int q = sm.nonlinearCount();
+        alpha_ = sm.ShapeOf(fp.start);
+        lower_.assign(static_cast<std::size_t>(q), -kInf);
+        upper_.assign(static_cast<std::size_t>(q), kInf);
+        for (int k = 0; k < q; ++k) {
+            const auto full = static_cast<std::size_t>(sm.FullIndexOfShape(k)), i = static_cast<std::size_t>(k);
+            if (full < fp.lower.size()) lower_[i] = fp.lower[full];
+            if (full < fp.upper.size()) upper_[i] = fp.upper[full];
+            alpha_[i] = std::clamp(alpha_[i], lower_[i], upper_[i]);
+        }
+        scale_ = Eigen::VectorXd::Zero(q);
+    }
+
+    FitResult Run() {
+        FitResult result;
+        ev_ = Evaluated(alpha_, result);
+        if (!ev_.ok) {
+            result.outcome = FitOutcome::Diverged;
+            result.reason = "the model cannot be evaluated at the starting values";
+            return result;
+        }
+        if (sm_.nonlinearCount() == 0) {
+            result.outcome = FitOutcome::Converged;
+            result.reason = "the model is linear in all its parameters: one weighted least-squares solve, no iterations";
+        } else {
+            Iterate(result);
+        }
+        if (result.outcome == FitOutcome::Diverged) return result;
+        result.params = sm_.ParamsOf(alpha_, ev_.c);
+        result.weightedRss = ev_.rss;
+        result.linearRankDeficient = ev_.linearRank < sm_.linearCount();
+        for (std::size_t k = 0; k < alpha_.size(); ++k)
+            if (alpha_[k] <= lower_[k] || alpha_[k] >= upper_[k])
+                result.atBound.push_back(sm_.FullIndexOfShape(static_cast<int>(k)));
+        return result;
+    }
+
+private:
+    Evaluation Evaluated(const std::vector<double>& alpha, FitResult& result) const {
+        ++result.evaluations;
+        return Evaluate(sm_, fp_, alpha);
+    }
+
+    // Parameters on a bound that the gradient presses against it stay where they are.
+    std::vector<int> FreeParameters(const Linearised& l) const {
+        const Eigen::VectorXd g = l.a.transpose() * l.b;
+        std::vector<int> free;
+        for (int k = 0; k < static_cast<int>(alpha_.size()); ++k) {
+            const auto i = static_cast<std::size_t>(k);
+            const bool pressed = (alpha_[i] <= lower_[i] && g(k) > 0) || (alpha_[i] >= upper_[i] && g(k) < 0);
+            if (!pressed) free.push_back(k);
+        }
+        return free;
+    }
+
+    // Why the fit has converged at the current shape, if it has.
+    std::optional<std::string> Converged(const Linearised& l, const std::vector<int>& free, double lastDecrease) const {
+        const double total = ev_.r.col(sm_.width() - 1).squaredNorm();
+        if (ev_.rss <= kExactFit * total) return "the curve passes through every point within rounding";
+        const Eigen::VectorXd full = Step(l, scale_, 0, free);
+        const double predicted = std::max(0.0, PredictedDecrease(l, full));
+        if (predicted <= kRoundingDecrease * ev_.rss)
+            return "the sum of squares is at its least within rounding";
+        if (o_.stepTolerance) {
+            const double size = Eigen::Map<const Eigen::VectorXd>(alpha_.data(), static_cast<Eigen::Index>(alpha_.size())).norm();
+            const double tol = *o_.stepTolerance;
+            if (full.norm() <= tol * (size + tol))
+                return "a full step would change the shape parameters by less than DELTA = " + FormatShort(tol) +
+                       " of their size";
+        }
+        if (o_.functionTolerance && lastDecrease <= *o_.functionTolerance && predicted <= *o_.functionTolerance * ev_.rss)
+            return "the sum of squares changed by less than ZERO = " + FormatShort(*o_.functionTolerance) +
+                   " of its value, and a full step would lower it by less";
+        if (o_.gradientTolerance) {
+            const Eigen::VectorXd g = l.a.transpose() * l.b;
+            double cosine = 0;
+            for (int k : free) {
+                const double norm = l.a.col(k).norm() * l.b.norm();
+                if (norm > 0) cosine = std::max(cosine, std::fabs(g(k)) / norm);
+            }
+            if (cosine <= *o_.gradientTolerance)
+                return "the residuals are orthogonal to every direction the parameters can move the curve within "
+                       "ACCURACY = " + FormatShort(*o_.gradientTolerance);
+        }
+        return std::nullopt;
+    }
+
+    void Iterate(FitResult& result) {
+        double lambda = o_.firstDamping, growth = 2, lastDecrease = kInf;
+        for (;;) {
+            const Linearised l = Linearise(sm_, ev_);
+            for (Eigen::Index k = 0; k < scale_.size(); ++k) scale_(k) = std::max(scale_(k), l.a.col(k).norm());
+            const std::vector<int> free = FreeParameters(l);
+            if (auto why = Converged(l, free, lastDecrease)) {
+                result.outcome = FitOutcome::Converged;
+                result.reason = *why;
+                return;
+            }
+            result.outcome = FitOutcome::NotConverged;
+            if (result.iterations >= o_.maxIterations) {
+                result.reason = "the limit of " + std::to_string(o_.maxIterations) + " iterations (REMAX) was reached";
+                return;
+            }
+            if (o_.maxEvaluations && result.evaluations >= *o_.maxEvaluations) {
+                result.reason = "the limit of " + std::to_string(*o_.maxEvaluations) +
+                                " model evaluations (EvalMax) was reached";
+                return;
+            }
+            ++result.iterations;
+            Eigen::VectorXd d = scale_;
+            for (double& s : d)
+                if (!(s > 0)) s = 1;
+            const Eigen::VectorXd step = Step(l, d, lambda, free);
+            std::vector<double> trial = alpha_;
+            Eigen::VectorXd taken(step.size());
+            for (Eigen::Index k = 0; k < step.size(); ++k) {
+                const auto i = static_cast<std::size_t>(k);
+                trial[i] = std::clamp(alpha_[i] + step(k), lower_[i], upper_[i]);
+                taken(k) = trial[i] - alpha_[i];
+            }
+            const double predicted = PredictedDecrease(l, taken);
+            Evaluation next = Evaluated(trial, result);
+            const double decrease = next.ok ? ev_.rss - next.rss : -kInf;
+            const double quality = predicted > 0 ? decrease / predicted : -kInf;
+            if (quality > 1e-4) {
+                lastDecrease = decrease / ev_.rss;
+                alpha_ = std::move(trial);
+                ev_ = std::move(next);
+                if (quality < o_.dampingThreshold) lambda = lambda > 0 ? lambda * 2 : kLeastDamping;
+                else if (quality > 0.75) lambda /= 3;
+                growth = 2;
+            } else {
+                lambda = lambda > 0 ? lambda * growth : kLeastDamping;
+                growth *= 2;
+            }
+            Progress(result, taken.norm());
+            if (lambda > kMostDamping || taken.norm() == 0) {
+                result.reason = "no step lowers the sum of squares any more";
+                return;
+            }
+        }
+    }
+
+    void Progress(const FitResult& result, double stepLength) const {
+        const int every = o_.progressEvery;
+        if (every > 0 && result.iterations % every == 0 && fp_.progress)
+            fp_.progress("iteration " + std::to_string(result.iterations) + ": normalised RSS " +
+                         FormatShort(ev_.rss, 10) + ", step " + FormatShort(stepLength, 3) + ", evaluations " +
+                         std::to_string(result.evaluations));
+    }
+
+    const FitProblem& fp_;
+    const SeparableModel& sm_;
+    const EngineOptions& o_;
+    std::vector<double> alpha_, lower_, upper_;
+    Eigen::VectorXd scale_;  // Marquardt's damping scale: the largest column norms seen
+    Evaluation ev_;
+};
+
+// R of the weighted Jacobian of the full model (every parameter, linear ones included).
+Eigen::MatrixXd FullJacobianFactor(const FitProblem& fp, const std::vector<double>& params) {
+    const auto np = static_cast<std::size_t>(fp.model->parameterCount());
+    StreamingQr qr(static_cast<int>(np));
+    std::vector<double> values(kBlockRows), rowMajor(kBlockRows * np), block(kBlockRows * np);
+    const std::size_t n = fp.u.size();
+    for (std::size_t first = 0; first < n; first += kBlockRows) {
+        const std::size_t rows = std::min(kBlockRows, n - first);
+        fp.model->Values(params.data(), fp.u.data() + first, rows, values.data(), rowMajor.data());
+        for (std::size_t j = 0; j < rows; ++j) {
+            const double w = fp.weights.empty() ? 1.0 : fp.weights[first + j];
+            for (std::size_t k = 0; k < np; ++k) block[k * rows + j] = w * rowMajor[j * np + k];
+        }
+        qr.Fold(block.data(), rows);
+    }
+    return qr.R();
 }
 
 }  // namespace
@@ -100,8 +293,8 @@ bool AllFinite(const std::vector<double>& values) {
 void SetModelBounds(FitProblem& problem) {
     const Model& m = *problem.model;
     const std::size_t np = static_cast<std::size_t>(m.parameterCount());
-    problem.lower.assign(np, -std::numeric_limits<double>::infinity());
-    problem.upper.assign(np, std::numeric_limits<double>::infinity());
+    problem.lower.assign(np, -kInf);
+    problem.upper.assign(np, kInf);
     for (std::size_t k = 0; k < np; ++k)
         if (m.isFrequency(static_cast<int>(k))) {
             problem.lower[k] = 0;
@@ -110,64 +303,15 @@ void SetModelBounds(FitProblem& problem) {
 }
 
 FitResult RunEngine(const FitProblem& fp) {
-    // The engine's own log lines would only repeat on stderr what the report says.
-    FLAGS_minloglevel = google::GLOG_FATAL;
-    FitResult result;
-    const int np = fp.model->parameterCount();
-    result.params = fp.start;
-    double* block = result.params.data();
-
-    ceres::Problem::Options po;
-    po.cost_function_ownership = ceres::DO_NOT_TAKE_OWNERSHIP;
-    ceres::Problem problem(po);
-    SeriesCost cost(fp);
-    problem.AddResidualBlock(&cost, nullptr, block);
-    for (int k = 0; k < np; ++k) {
-        const auto i = static_cast<std::size_t>(k);
-        if (i < fp.lower.size() && std::isfinite(fp.lower[i])) problem.SetParameterLowerBound(block, k, fp.lower[i]);
-        if (i < fp.upper.size() && std::isfinite(fp.upper[i])) problem.SetParameterUpperBound(block, k, fp.upper[i]);
-    }
-
-    ceres::Solver::Options options = SolverOptions(fp.options);
-    Monitor monitor(fp, cost);
-    options.callbacks.push_back(&monitor);
-    result.applied = Applied(options, fp.options);
-
-    ceres::Solver::Summary summary;
     const auto t0 = std::chrono::steady_clock::now();
-    ceres::Solve(options, &problem, &summary);
+    const SeparableModel sm(*fp.model);
+    FitResult result = ShapeSearch(fp, sm).Run();
+    if (result.outcome != FitOutcome::Diverged) {
+        const long dof = static_cast<long>(fp.u.size()) - fp.model->parameterCount();
+        result.stdErrors = StandardErrors(FullJacobianFactor(fp, result.params),
+                                          result.weightedRss / static_cast<double>(dof), result.stdErrorsNote);
+    }
     result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
-    result.iterations = summary.iterations.empty() ? 0 : static_cast<int>(summary.iterations.size()) - 1;
-    result.evaluations = cost.evaluations();
-    result.weightedRss = 2 * summary.final_cost;
-
-    if (monitor.capped) {
-        result.outcome = FitOutcome::NotConverged;
-        result.reason = "the limit of " + std::to_string(*result.applied.maxEvaluations) +
-                        " model evaluations (EvalMax) was reached";
-    } else if (summary.termination_type == ceres::CONVERGENCE) {
-        result.outcome = FitOutcome::Converged;
-        result.reason = summary.message;
-    } else if (summary.termination_type == ceres::NO_CONVERGENCE) {
-        result.outcome = FitOutcome::NotConverged;
-        result.reason = summary.message;
-    } else {
-        result.outcome = FitOutcome::Diverged;
-        result.reason = "the model could not be evaluated (" + summary.message + ")";
-    }
-    if (result.outcome != FitOutcome::Diverged && (!AllFinite(result.params) || !std::isfinite(result.weightedRss))) {
-        result.outcome = FitOutcome::Diverged;
-        result.reason = "the parameters ran off to values that are not finite";
-    }
-    if (result.outcome == FitOutcome::Diverged) return result;
-
-    const long dof = static_cast<long>(fp.u.size()) - np;
-    const std::vector<double> jacobian = JacobianAt(cost, result.params);
-    if (jacobian.empty())
-        result.stdErrorsNote = "the model's derivatives cannot be evaluated at the fitted values";
-    else
-        result.stdErrors = StandardErrors(jacobian, np, result.weightedRss / static_cast<double>(dof),
-                                          result.stdErrorsNote);
     return result;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
-// The least-squares fit itself (Levenberg-Marquardt of Ceres Solver) in normalised units.
+// The least-squares fit in normalised units: Levenberg-Marquardt over the shape parameters,
+// with the offset and amplitudes solved for at every step (variable projection).
 #include <functional>
 #include <string>
 #include <vector>
@@ -14,7 +15,7 @@ struct FitProblem {
     std::vector<double> u;        // normalised X
     std::vector<double> v;        // normalised Y
     std::vector<double> weights;  // residual multipliers; empty: all 1
-    std::vector<double> start;
+    std::vector<double> start;    // only the shape parameters' values steer the fit
     std::vector<double> lower;    // per parameter; -inf/+inf: unbounded
     std::vector<double> upper;
     EngineOptions options;
@@ -29,11 +30,12 @@ struct FitResult {
     std::vector<double> params;
     std::vector<double> stdErrors;   // empty when the covariance could not be computed
     std::string stdErrorsNote;       // why they are missing
+    std::vector<int> atBound;        // parameters that ended on one of their bounds
+    bool linearRankDeficient = false;  // some amplitudes were not determined by the data
     double weightedRss = 0;          // sum of squared weighted residuals, normalised units
-    int iterations = 0;
+    int iterations = 0;              // step attempts, refused ones included
     long evaluations = 0;            // evaluations of the model over all points
     double seconds = 0;
-    EngineOptions applied;           // every option filled in, defaults included
 };
 
 // The bounds the model asks for: sine frequencies between 0 and 130% of their start.

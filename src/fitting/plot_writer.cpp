@@ -13,6 +13,9 @@ std::string PlotText(const CompletedFit& fit) {
     t += "# model: " + fit.model.description() + kCrLf;
     t += "# x: X   y: Y" + std::string(kCrLf);
     t += "# rss: " + FormatNumber(fit.rss) + "   stddev: " + FormatNumber(fit.stddev) + kCrLf;
+    t += std::string("# verdict: ") + (fit.result.outcome == FitOutcome::Converged ? "converged" : "not converged") +
+         kCrLf;
+    for (const auto& flag : fit.flags) t += "# flag: " + flag + kCrLf;
     t += "# columns: x\ty\tfit\tresidual" + std::string(kCrLf);
     t.reserve(t.size() + fit.data.x.size() * 96);
     for (std::size_t i = 0; i < fit.data.x.size(); ++i) {

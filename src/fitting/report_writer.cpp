@@ -10,7 +10,7 @@ namespace quillet::fitting {
 
 namespace {
 
-constexpr const char* kHeading = "Quillet default solver (Levenberg-Marquardt, Ceres Solver)";
+constexpr const char* kHeading = "Quillet default solver (separable least squares: Levenberg-Marquardt over the shape parameters)";
 
 std::string Row(const std::string& label, const std::string& value) {
     char buf[64];
@@ -59,16 +59,16 @@ std::string Describe(const CompletedFit& fit) {
 }
 
 std::string Options(const EngineOptions& o) {
-    std::string t = std::string("Solver options") + kCrLf;
-    t += Row("maximum iterations (REMAX)", std::to_string(*o.maxIterations));
+    std::string t = std::string("Solver options (blank ones take the defaults the Solver Variables tab shows)") + kCrLf;
+    t += Row("maximum iterations (REMAX)", std::to_string(o.maxIterations));
     t += Row("progress line every (DETAIL)",
-             *o.progressEvery > 0 ? std::to_string(*o.progressEvery) + " iterations" : "none");
-    t += Row("parameter tolerance (DELTA)", FormatShort(*o.parameterTolerance));
-    t += Row("function tolerance (ZERO)", FormatShort(*o.functionTolerance));
-    t += Row("gradient tolerance (ACCURACY)", FormatShort(*o.gradientTolerance));
-    t += Row("initial trust region (PREDAMP, RHO)", FormatShort(*o.initialTrustRegion));
-    t += Row("least step quality (DAMP)", FormatShort(*o.minRelativeDecrease));
-    t += Row("model evaluations (EvalMax)", *o.maxEvaluations > 0 ? std::to_string(*o.maxEvaluations) : "no limit");
+             o.progressEvery > 0 ? std::to_string(o.progressEvery) + " iterations" : "none");
+    if (o.stepTolerance) t += Row("step tolerance (DELTA)", FormatShort(*o.stepTolerance));
+    if (o.maxEvaluations) t += Row("model evaluations (EvalMax)", std::to_string(*o.maxEvaluations));
+    if (o.functionTolerance) t += Row("function tolerance (ZERO)", FormatShort(*o.functionTolerance));
+    if (o.gradientTolerance) t += Row("gradient tolerance (ACCURACY)", FormatShort(*o.gradientTolerance));
+    t += Row("first damping (PREDAMP, RHO)", FormatShort(o.firstDamping));
+    t += Row("damping threshold (DAMP)", FormatShort(o.dampingThreshold));
     return t;
 }
 
@@ -84,6 +84,9 @@ std::string Parameters(const CompletedFit& fit) {
                       FormatShort(fit.physicalValue(k), 12), err(fit.physicalError(k))});
     }
     if (r.stdErrors.empty()) t += "  No standard errors: " + r.stdErrorsNote + "." + kCrLf;
+    if (r.linearRankDeficient)
+        t += std::string("  Warning: two or more terms describe the same curve; the data do not tell their "
+                         "amplitudes apart.") + kCrLf;
     return t;
 }
 
@@ -92,8 +95,9 @@ std::string Parameters(const CompletedFit& fit) {
 std::string ReportText(const CompletedFit& fit, const std::string& responsePath,
                        const std::vector<std::string>& written) {
     const FitResult& r = fit.result;
-    std::string t = Header(responsePath, fit.runDir) + Describe(fit) + kCrLf + Options(r.applied) + kCrLf;
+    std::string t = Header(responsePath, fit.runDir) + Describe(fit) + kCrLf + Options(MapSolverValues(fit.settings.modelId, fit.settings.solverValues)) + kCrLf;
     t += "Result: " + Outcome(r.outcome) + kCrLf;
+    for (const auto& flag : fit.flags) t += "Flagged: " + flag + kCrLf;
     t += Row("why it stopped", r.reason);
     t += Row("iterations", std::to_string(r.iterations));
     t += Row("model evaluations", std::to_string(r.evaluations));

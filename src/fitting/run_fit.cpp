@@ -36,7 +36,7 @@ CompletedFit Prepare(const RunPlace& place) {
         throw FitInputError("Too few points: " + std::to_string(settings.points) + " points cannot fit " +
                             std::to_string(model.parameterCount()) + " parameters; question 4 must ask for more.");
     std::vector<double> start = StartValues(model, settings);
-    return CompletedFit{std::move(settings), std::move(data), model, std::move(start), {}, place.runDir, {}, 0, 0, 0};
+    return CompletedFit{std::move(settings), std::move(data), model, std::move(start), {}, place.runDir, {}, 0, 0, 0, {}};
 }
 
 FitProblem ProblemOf(const CompletedFit& fit, std::ostream& out) {
@@ -129,14 +129,23 @@ int RunFit(const std::string& responseFile, const std::string& runDir, const std
         err << "quillet-cli fit: cannot write in \"" << place.outputDir << "\": " << e.description() << std::endl;
         return 1;
     }
-    if (outcome == FitOutcome::Converged) {
-        out << "Converged after " << fit.result.iterations << " iterations: RSS " << FormatShort(fit.rss, 10)
-            << ", standard deviation " << FormatShort(fit.stddev, 10) << std::endl;
-        return 0;
+    if (outcome == FitOutcome::Diverged) {
+        err << "quillet-cli fit: the fit diverged: " << fit.result.reason << std::endl;
+        return 1;
     }
-    err << "quillet-cli fit: " << (outcome == FitOutcome::Diverged ? "the fit diverged: " : "the fit did not converge: ")
-        << fit.result.reason << std::endl;
-    return 1;
+    out << (outcome == FitOutcome::Converged ? "Converged" : "Stopped") << " after " << fit.result.iterations
+        << " iterations: RSS " << FormatShort(fit.rss, 10) << ", standard deviation " << FormatShort(fit.stddev, 10)
+        << std::endl;
+    for (const auto& flag : fit.flags) out << "Flagged: " << flag << std::endl;
+    if (outcome != FitOutcome::Converged) {
+        err << "quillet-cli fit: the fit did not converge: " << fit.result.reason << std::endl;
+        return 1;
+    }
+    if (!fit.flags.empty()) {
+        err << "quillet-cli fit: the fit converged but is flagged: " << fit.flags.front() << std::endl;
+        return 1;
+    }
+    return 0;
 }
 
 }  // namespace quillet::fitting

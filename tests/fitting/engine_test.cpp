@@ -10,6 +10,7 @@
 #include "fitting/fit_engine.h"
 #include "fitting/models.h"
 #include "fitting/solver_options.h"
+#include "fitting/streaming_qr.h"
 #include "fitting/weights.h"
 
 namespace quillet::fitting {
@@ -137,12 +138,26 @@ TEST(FitEngine, WeightedFitMinimisesTheWeightedSum) {
     for (std::size_t k = 0; k < np; ++k) EXPECT_LE(std::fabs(g[k]), 1e-5 * scale[k]) << k;
 }
 
+// R of a row-major matrix with `cols` columns, folded in blocks of two rows.
+Eigen::MatrixXd Factor(const std::vector<double>& rowMajor, int cols) {
+    StreamingQr qr(cols);
+    const std::size_t c = static_cast<std::size_t>(cols), rows = rowMajor.size() / c;
+    for (std::size_t first = 0; first < rows; first += 2) {
+        const std::size_t n = std::min<std::size_t>(2, rows - first);
+        std::vector<double> block(n * c);
+        for (std::size_t j = 0; j < n; ++j)
+            for (std::size_t k = 0; k < c; ++k) block[k * n + j] = rowMajor[(first + j) * c + k];
+        qr.Fold(block.data(), n);
+    }
+    return qr.R();
+}
+
 TEST(StandardErrors, StraightLineErrorsFollowTheClosedForm) {
     // y = a + b x at x = 0..4: (J'J)^-1 = [[30, -10], [-10, 5]] / 50.
     std::vector<double> j;
     for (int x = 0; x < 5; ++x) j.insert(j.end(), {1.0, static_cast<double>(x)});
     std::string note;
-    const std::vector<double> se = StandardErrors(j, 2, 4.0, note);
+    const std::vector<double> se = StandardErrors(Factor(j, 2), 4.0, note);
     ASSERT_EQ(se.size(), 2u) << note;
     EXPECT_NEAR(se[0], 2 * std::sqrt(0.6), 1e-14);
     EXPECT_NEAR(se[1], 2 * std::sqrt(0.1), 1e-14);
@@ -154,7 +169,7 @@ TEST(StandardErrors, DependentParametersHaveNone) {
         std::vector<double> j;
         for (int x = 1; x <= 6; ++x) j.insert(j.end(), {static_cast<double>(x), twin * x, 1.0});
         std::string note;
-        EXPECT_TRUE(StandardErrors(j, 3, 1.0, note).empty()) << twin;
+        EXPECT_TRUE(StandardErrors(Factor(j, 3), 1.0, note).empty()) << twin;
         EXPECT_NE(note.find("rank deficient"), std::string::npos) << note;
     }
 }

@@ -110,31 +110,32 @@ TEST(DataFile, ReadsPointsFromTheirFirstLineAndNamesTheLineOfBadData) {
     EXPECT_THROW(ReadDataPoints(dir / "none.txt", 1, 3), FitInputError);
 }
 
-// The options, one field each ("-" for the engine's default), or the error the values raise.
+// The options, one field each ("-" for a test the family does not have), or the error the values raise.
 std::string Described(int model, const std::array<std::string, 6>& values) {
     try {
         const EngineOptions o = MapSolverValues(model, values);
         auto f = [](const auto& v) { return v ? FormatShort(static_cast<double>(*v)) : std::string("-"); };
-        return f(o.maxIterations) + " " + f(o.progressEvery) + " " + f(o.parameterTolerance) + " " +
-               f(o.functionTolerance) + " " + f(o.gradientTolerance) + " " + f(o.initialTrustRegion) + " " +
-               f(o.minRelativeDecrease) + " " + f(o.maxEvaluations);
+        return std::to_string(o.maxIterations) + " " + std::to_string(o.progressEvery) + " " + f(o.stepTolerance) +
+               " " + f(o.maxEvaluations) + " " + f(o.functionTolerance) + " " + f(o.gradientTolerance) + " " +
+               FormatShort(o.firstDamping) + " " + FormatShort(o.dampingThreshold);
     } catch (const FitInputError& e) {
         return e.what();
     }
 }
 
-TEST(SolverOptions, EachFamilyMapsItsVariablesBlanksKeepTheDefaultsAndValuesOutOfRangeAreRefused) {
+TEST(SolverOptions, BlanksTakeTheTabsDefaultsOfTheFamilyAndValuesOutOfRangeAreRefused) {
     struct Row {
         int model;
         std::array<std::string, 6> values;
-        // iterations, progress, parameter/function/gradient tolerance, region, step quality, evaluations
+        // iterations, progress, DELTA, EvalMax, ZERO, ACCURACY, first damping, damping threshold
         std::string expected;
     };
     const std::vector<Row> rows = {
-        {model::Power, {"20", "0", "1.E-7", "1", ".2", "-EOF-"}, "20 0 1e-07 - - 10000 0.2 -"},
-        {model::Lorentzian, {"", "", "", ".5", "1", ""}, "- - - - - 1 0.9 -"},
-        {model::Sine, {"20", "5", "2000", "1.e-6", ".001", ".02"}, "20 5 - 1e-06 0.001 50 - 2000"},
-        {model::BellCurve, {"", "", "", "", "", "junk"}, "- - - - - - - -"},
+        {model::Exponential, {"", "", "", "", "", ""}, "20 0 1e-07 - - - 0 0.2"},
+        {model::Power, {"7", "3", "1e-9", "0.25", "1", "-EOF-"}, "7 3 1e-09 - - - 3 1"},
+        {model::Sine, {"", "", "", "", "", ""}, "20 0 - 2000 1e-06 0.001 0.02 0.25"},
+        {model::SineExponential, {"30", "5", "400", "1e-9", ".01", ".5"}, "30 5 - 400 1e-09 0.01 0.5 0.25"},
+        {model::BellCurve, {"", "", "", "", "", "junk"}, "20 0 - 2000 1e-06 0.001 0.02 0.25"},
         {model::Power, {"0", "", "", "", "", ""}, "Solver variable 1 (REMAX) must be a whole number from 1 up: \"0\"."},
         {model::Power, {"", "", "tiny", "", "", ""}, "Solver variable 3 (DELTA) is not a number: \"tiny\"."},
         {model::Power, {"", "", "", "1.5", "", ""}, "Solver variable 4 (PREDAMP) must lie in 0 < value <= 1: \"1.5\"."},
