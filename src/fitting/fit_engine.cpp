@@ -108,6 +108,33 @@ double PredictedDecrease(const Linearised& l, const Eigen::VectorXd& step) {
     return l.b.squaredNorm() - (l.b + l.a * step).squaredNorm();
 }
 
+// J' x, J the Kaufman Jacobian at `ev` (shape `alpha`), for x the weighted residuals of the
+// curve with shape `beta` and coefficients `cb`: J' x = Mix' (D' P x), P the projection off the
+// basis, through R's blocks (Phi = Q1 R11, Q1' D = R12).
+Eigen::VectorXd JacobianTimes(const SeparableModel& sm, const FitProblem& fp, const std::vector<double>& alpha,
+                              const Evaluation& ev, const std::vector<double>& beta, const Eigen::VectorXd& cb) {
+    const int m = sm.linearCount(), nd = sm.derivativeCount(), width = sm.width();
+    const auto w = static_cast<std::size_t>(width);
+    std::vector<double> here(kBlockRows * w), there(kBlockRows * w);
+    Eigen::VectorXd xtx = Eigen::VectorXd::Zero(width);
+    const double* weights = fp.weights.empty() ? nullptr : fp.weights.data();
+    const std::size_t n = fp.u.size();
+    for (std::size_t first = 0; first < n; first += kBlockRows) {
+        const std::size_t rows = std::min(kBlockRows, n - first);
+        const double* wt = weights ? weights + first : nullptr;
+        sm.FillBlock(alpha.data(), fp.u.data() + first, fp.v.data() + first, wt, rows, here.data());
+        sm.FillBlock(beta.data(), fp.u.data() + first, fp.v.data() + first, wt, rows, there.data());
+        const auto r = static_cast<Eigen::Index>(rows);
+        Eigen::Map<const Eigen::MatrixXd> x(here.data(), r, width), y(there.data(), r, width);
+        const Eigen::VectorXd residual = y.leftCols(m) * cb - y.col(width - 1);
+        xtx.noalias() += x.transpose() * residual;
+    }
+    const Eigen::MatrixXd mix = sm.Mixing(ev.c);
+    const Eigen::MatrixXd r11 = ev.r.topLeftCorner(m, m);
+    const Eigen::VectorXd z = r11.transpose().triangularView<Eigen::Lower>().solve(xtx.head(m));
+    return mix.transpose() * xtx.segment(m, nd) - (ev.r.block(0, m, m, nd) * mix).transpose() * z;
+}
+
 class ShapeSearch {
 public:
     ShapeSearch(const FitProblem& fp, const SeparableModel& sm) : fp_(fp), sm_(sm), o_(fp.options) {
@@ -198,6 +225,32 @@ private:
         return std::nullopt;
     }
 
+    // Geodesic acceleration (Transtrum and Sethna): the second-order correction of a step along
+    // a curved valley, from the residuals a tenth of the way along it. Nothing when it would
+    // dominate the step, or when the basis is singular.
+    Eigen::VectorXd Acceleration(const Linearised& l, const Eigen::VectorXd& d, double lambda,
+                                 const std::vector<int>& free, const Eigen::VectorXd& velocity, FitResult& result) const {
+        constexpr double h = 0.1;
+        Eigen::VectorXd acc = Eigen::VectorXd::Zero(velocity.size());
+        const int m = sm_.linearCount();
+        if (free.empty() || !(ev_.r.topLeftCorner(m, m).diagonal().cwiseAbs().minCoeff() > 0)) return acc;
+        std::vector<double> beta = alpha_;
+        for (std::size_t i = 0; i < beta.size(); ++i) beta[i] += h * velocity(static_cast<Eigen::Index>(i));
+        const Evaluation there = Evaluated(beta, result);
+        if (!there.ok) return acc;
+        result.evaluations += 2;  // both curves once more over all points
+        const Eigen::VectorXd jr = JacobianTimes(sm_, fp_, alpha_, ev_, beta, there.c);
+        const Eigen::MatrixXd at = l.a.transpose();
+        // J' times the second directional derivative of the residuals, by finite differences.
+        const Eigen::VectorXd curvature = (2 / h) * ((jr - at * l.b) / h - at * (l.a * velocity));
+        Eigen::MatrixXd normal = at * l.a;
+        normal.diagonal() += lambda * d.cwiseAbs2();
+        const Eigen::VectorXd sub = normal(free, free).ldlt().solve(-curvature(free));
+        for (std::size_t k = 0; k < free.size(); ++k) acc(free[k]) = sub(static_cast<Eigen::Index>(k));
+        if (!acc.allFinite() || 2 * acc.norm() > 0.75 * velocity.norm()) acc.setZero();
+        return acc / 2;
+    }
+
     void Iterate(FitResult& result) {
         double lambda = o_.firstDamping, growth = 2, lastDecrease = kInf;
         for (;;) {
@@ -223,7 +276,9 @@ private:
             Eigen::VectorXd d = scale_;
             for (double& s : d)
                 if (!(s > 0)) s = 1;
-            const Eigen::VectorXd step = Step(l, d, lambda, free);
+            Eigen::VectorXd step = Step(l, d, lambda, free);
+            const Eigen::VectorXd velocity = step;
+            step += Acceleration(l, d, lambda, free, step, result);
             std::vector<double> trial = alpha_;
             Eigen::VectorXd taken(step.size());
             for (Eigen::Index k = 0; k < step.size(); ++k) {
@@ -231,7 +286,8 @@ private:
                 trial[i] = std::clamp(alpha_[i] + step(k), lower_[i], upper_[i]);
                 taken(k) = trial[i] - alpha_[i];
             }
-            const double predicted = PredictedDecrease(l, taken);
+            // The acceleration bends the step along the valley, which the linear model cannot see.
+            const double predicted = std::max(PredictedDecrease(l, taken), PredictedDecrease(l, velocity));
             Evaluation next = Evaluated(trial, result);
             const double decrease = next.ok ? ev_.rss - next.rss : -kInf;
             const double quality = predicted > 0 ? decrease / predicted : -kInf;
@@ -239,8 +295,9 @@ private:
                 lastDecrease = decrease / ev_.rss;
                 alpha_ = std::move(trial);
                 ev_ = std::move(next);
+                // Less damping the better the step did as predicted (Nielsen's rule).
                 if (quality < o_.dampingThreshold) lambda = lambda > 0 ? lambda * 2 : kLeastDamping;
-                else if (quality > 0.75) lambda /= 3;
+                else lambda *= std::max(1.0 / 3, 1 - std::pow(2 * quality - 1, 3));
                 growth = 2;
             } else {
                 lambda = lambda > 0 ? lambda * growth : kLeastDamping;

@@ -75,6 +75,10 @@ TEST_F(FitRun, PlotFileHoldsDataFitAndResidualsUnderItsHeader) {
         EXPECT_EQ(residual, y - fit);
     }
     EXPECT_EQ(n, 8);
+    // A power series is linear in its parameters: no iterations to make.
+    const std::string report = Output("~Quillet.out");
+    EXPECT_TRUE(Contains(report, "one weighted least-squares solve, no iterations")) << report;
+    EXPECT_TRUE(Contains(report, "  iterations                          0\r\n")) << report;
 }
 
 TEST_F(FitRun, BadInputLeavesOnlyAReportSayingWhatIsWrong) {
@@ -122,14 +126,23 @@ TEST_F(FitRun, DivergingFitReportsWhyAndWritesNoModel) {
 }
 
 TEST_F(FitRun, FitStoppedByItsIterationLimitStillWritesItsFiles) {
-    WritePowerRun("1");
-    EXPECT_EQ(Fit(dir / "P.Fit"), 1);
+    std::vector<double> x, y;
+    for (int i = 0; i < 20; ++i) {
+        x.push_back(i);
+        y.push_back(2 + std::exp(-0.3 * i));
+    }
+    testing::WriteData(dir / "e.dat", x, y);
+    ResponseAnswers r;
+    r.answers = {"", "e.dat", "Exponential", "3", "20", "1", "10", "1", "0", "1", "-0.01", "", ""};
+    r.solver = {"1", "", "", "", "", ""};
+    testing::WriteResponse(dir.path(), "E.Fit", r);
+    EXPECT_EQ(Fit(dir / "E.Fit"), 1);
     EXPECT_TRUE(Contains(err.str(), "the fit did not converge")) << err.str();
     const std::string report = Output("~Quillet.out");
-    EXPECT_TRUE(Contains(report, "Result: did NOT converge\r\n"));
+    EXPECT_TRUE(Contains(report, "Result: did NOT converge\r\n")) << report;
     EXPECT_TRUE(Contains(report, "  iterations                          1\r\n")) << report;
-    EXPECT_TRUE(Exists("p.plt"));
-    EXPECT_TRUE(Exists("P.equ"));
+    EXPECT_TRUE(Contains(Output("e.plt"), "\r\n# verdict: not converged\r\n"));
+    EXPECT_TRUE(Exists("E.equ"));
 }
 
 TEST_F(FitRun, RunScriptPassesTheRunFolderAndReturnsTheStatus) {
