@@ -88,8 +88,14 @@ TEST_F(FitRun, BadInputLeavesOnlyAReportSayingWhatIsWrong) {
         {"8", "nodata.dat", "Q.Fit", "The data file \"" + dir / "nodata.dat" + "\" cannot be read: File not found."},
         {"3", "p.dat", "Q.Fit", "Too few points: 3 points cannot fit 3 parameters; question 4 must ask for more."},
         {"9", "p.dat", "Q.Fit", "The data file \"" + dir / "p.dat" + "\" holds 8 points from line 3 on; question 4 asks for 9."},
+        {"8", "flat.dat", "Q.Fit",
+         "The data file \"" + dir / "flat.dat" + "\" from line 3 on holds the same Y value (2.5) on every line: there is no curve to fit."},
+        {"8", "twox.dat", "Q.Fit",
+         "The data file \"" + dir / "twox.dat" + "\" from line 3 on holds only 2 different X values; the model's 3 parameters need at least 3."},
     };
     WritePowerRun();
+    testing::WriteData(dir / "flat.dat", {0, 1, 2, 3, 4, 5, 6, 7}, std::vector<double>(8, 2.5));
+    testing::WriteData(dir / "twox.dat", {0, 0, 0, 0, 1, 1, 1, 1}, {1, 2, 3, 4, 5, 6, 7, 8});
     for (const auto& row : rows) {
         std::filesystem::remove_all(dir / "output");
         WriteEarlierResults(row.responseFile.substr(0, row.responseFile.find('.')));
@@ -143,6 +149,31 @@ TEST_F(FitRun, FitStoppedByItsIterationLimitStillWritesItsFiles) {
     EXPECT_TRUE(Contains(report, "  iterations                          1\r\n")) << report;
     EXPECT_TRUE(Contains(Output("e.plt"), "\r\n# verdict: not converged\r\n"));
     EXPECT_TRUE(Exists("E.equ"));
+}
+
+TEST_F(FitRun, DoubtfulFitsAreFlaggedInTheReportAndThePlotAndExitWithOne) {
+    struct Row { std::string model, start9, start10, start11, flag; };
+    const std::vector<Row> rows = {
+        // A bell far beyond the data explains nothing: the fit stays there and a constant does better.
+        {"Bell Curve", "1000", "1", "0.5", "the curve fits worse than a constant (R squared below 0)"},
+        // One period of a sine of frequency 1 started at 0.75: the frequency stops at 130% of its start.
+        {"Sine", "1", "0.75", "0", "B(1) ended on a bound (0 to 130% of its starting value)"},
+    };
+    std::vector<double> x, y;
+    for (int i = 0; i < 40; ++i) {
+        x.push_back(i / 40.0);
+        y.push_back(5 + std::sin(2 * 3.14159265358979323846 * x.back()));
+    }
+    testing::WriteData(dir / "s.dat", x, y);
+    for (const auto& row : rows) {
+        ResponseAnswers r;
+        r.answers = {"", "s.dat", row.model, "3", "40", "1", "1", "1", "5", row.start9, row.start10, row.start11, ""};
+        testing::WriteResponse(dir.path(), "F.Fit", r);
+        EXPECT_EQ(Fit("F.Fit"), 1) << row.model;
+        EXPECT_TRUE(Contains(Output("~Quillet.out"), "\r\nFlagged: " + row.flag + "\r\n")) << Output("~Quillet.out");
+        EXPECT_TRUE(Contains(Output("f.plt"), "\r\n# flag: " + row.flag + "\r\n")) << row.model;
+        EXPECT_TRUE(Contains(out.str(), "Flagged: " + row.flag + "\n")) << out.str();
+    }
 }
 
 TEST_F(FitRun, RunScriptPassesTheRunFolderAndReturnsTheStatus) {
