@@ -1,6 +1,8 @@
 #pragma once
 // Whole-file reading and crash-safe replacing of files.
+#include <functional>
 #include <string>
+#include <string_view>
 
 namespace quillet {
 
@@ -12,5 +14,10 @@ std::string ReadWholeFile(const std::string& path);
 // cannot be written raises 75 before anything is written; other failures raise the
 // classic number of the platform's error.
 void WriteFileAtomically(const std::string& path, const std::string& bytes);
+
+// The same for a file made piece by piece: `produce` hands each piece to the sink it gets, so
+// a long file never has to be held whole.
+using ByteSink = std::function<void(std::string_view)>;
+void WriteFileAtomically(const std::string& path, const std::function<void(const ByteSink&)>& produce);
 
 }  // namespace quillet

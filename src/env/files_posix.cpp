@@ -42,6 +42,10 @@ static std::string FolderOf(const std::string& path) {
 }
 
 void WriteFileAtomically(const std::string& path, const std::string& bytes) {
+    WriteFileAtomically(path, [&](const ByteSink& sink) { sink(bytes); });
+}
+
+void WriteFileAtomically(const std::string& path, const std::function<void(const ByteSink&)>& produce) {
     struct stat st {};
     bool exists = ::stat(path.c_str(), &st) == 0;
     // A file without any write permission is read-only even for an administrator.
@@ -61,14 +65,23 @@ void WriteFileAtomically(const std::string& path, const std::string& bytes) {
         ::unlink(tmp.c_str());
         throw ErrorFromErrno(e, false);
     };
-    std::size_t done = 0;
-    while (done < bytes.size()) {
-        ssize_t n = ::write(fd, bytes.data() + done, bytes.size() - done);
-        if (n < 0) {
-            if (errno == EINTR) continue;
-            fail(errno);
+    auto write = [&](std::string_view bytes) {
+        std::size_t done = 0;
+        while (done < bytes.size()) {
+            ssize_t n = ::write(fd, bytes.data() + done, bytes.size() - done);
+            if (n < 0) {
+                if (errno == EINTR) continue;
+                fail(errno);
+            }
+            done += static_cast<std::size_t>(n);
         }
-        done += static_cast<std::size_t>(n);
+    };
+    try {
+        produce(write);
+    } catch (...) {
+        ::close(fd);
+        ::unlink(tmp.c_str());
+        throw;
     }
     if (::fsync(fd) != 0) fail(errno);
     if (::close(fd) != 0) {

@@ -38,16 +38,37 @@ std::string ReadWholeFile(const std::string& path) {
 }
 
 void WriteFileAtomically(const std::string& path, const std::string& bytes) {
+    WriteFileAtomically(path, [&](const ByteSink& sink) { sink(bytes); });
+}
+
+void WriteFileAtomically(const std::string& path, const std::function<void(const ByteSink&)>& produce) {
     DWORD attrs = GetFileAttributesA(path.c_str());
     bool exists = attrs != INVALID_FILE_ATTRIBUTES;
     if (exists && (attrs & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY))) Raise(err::PathFileAccess);
     std::string tmp = path + ".~tmp" + std::to_string(GetCurrentProcessId());
     HANDLE h = CreateFileA(tmp.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (h == INVALID_HANDLE_VALUE) RaiseWin32(GetLastError(), true);
-    DWORD written = 0;
-    BOOL ok = WriteFile(h, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
-              written == bytes.size() && FlushFileBuffers(h);
-    DWORD code = GetLastError();
+    BOOL ok = TRUE;
+    DWORD code = 0;
+    auto write = [&](std::string_view bytes) {
+        DWORD written = 0;
+        if (ok && !(WriteFile(h, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
+                    written == bytes.size())) {
+            ok = FALSE;
+            code = GetLastError();
+        }
+    };
+    try {
+        produce(write);
+    } catch (...) {
+        CloseHandle(h);
+        DeleteFileA(tmp.c_str());
+        throw;
+    }
+    if (ok && !FlushFileBuffers(h)) {
+        ok = FALSE;
+        code = GetLastError();
+    }
     CloseHandle(h);
     if (!ok) {
         DeleteFileA(tmp.c_str());

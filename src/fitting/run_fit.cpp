@@ -141,7 +141,7 @@ int RunFit(const std::string& responseFile, const std::string& runDir, const std
         } else {
             ComputeStatistics(fit);
             const std::string plot = PlotFileNameFor(place.name), equ = EquFileName(place.name);
-            Write(JoinPath(place.outputDir, plot), PlotText(fit));
+            WriteFileAtomically(JoinPath(place.outputDir, plot), [&](const ByteSink& sink) { WritePlot(fit, sink); });
             written.push_back(plot + "   data, fitted values and residuals");
             Write(JoinPath(place.outputDir, equ), EquText(fit));
             written.push_back(equ + "   math model for the calculator");
