@@ -23,7 +23,8 @@ if [ ! -f "$deps/share/cmake/nlohmann_json/nlohmann_jsonConfig.cmake" ]; then
   cp -r /usr/share/cmake/nlohmann_json "$deps/share/cmake/"
 fi
 
-# No Ceres for the target, so quillet-cli comes without `fit`; no desktop program either. The
+# quillet-cli comes without `fit` here (the solver's tests drive the Linux run script); no
+# desktop program either. The
 # Linux quillet-cli of scripts/test.sh, when it is there, writes the response file that the
 # Windows one must match.
 linux_cli="${QUILLET_BUILD_DIR:-$root/build}/Quillet/quillet-cli"
