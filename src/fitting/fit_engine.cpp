@@ -276,9 +276,8 @@ private:
             Eigen::VectorXd d = scale_;
             for (double& s : d)
                 if (!(s > 0)) s = 1;
-            Eigen::VectorXd step = Step(l, d, lambda, free);
-            const Eigen::VectorXd velocity = step;
-            step += Acceleration(l, d, lambda, free, step, result);
+            const Eigen::VectorXd velocity = Step(l, d, lambda, free);
+            const Eigen::VectorXd step = velocity + Acceleration(l, d, lambda, free, velocity, result);
             std::vector<double> trial = alpha_;
             Eigen::VectorXd taken(step.size());
             for (Eigen::Index k = 0; k < step.size(); ++k) {
