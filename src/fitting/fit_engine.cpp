@@ -358,6 +358,14 @@ void SetModelBounds(FitProblem& problem) {
         }
 }
 
+std::vector<double> BestLinearFor(const FitProblem& fp) {
+    const SeparableModel sm(*fp.model);
+    const std::vector<double> alpha = sm.ShapeOf(fp.start);
+    const Evaluation ev = Evaluate(sm, fp, alpha);
+    if (!ev.ok) return {};
+    return sm.ParamsOf(alpha, ev.c);
+}
+
 FitResult RunEngine(const FitProblem& fp) {
     const auto t0 = std::chrono::steady_clock::now();
     const SeparableModel sm(*fp.model);

@@ -43,4 +43,8 @@ void SetModelBounds(FitProblem& problem);
 
 FitResult RunEngine(const FitProblem& problem);
 
+// The parameters with the shapes of `problem.start` and the best offset and amplitudes for
+// them (one weighted linear least-squares solve); empty when the model cannot be evaluated there.
+std::vector<double> BestLinearFor(const FitProblem& problem);
+
 }  // namespace quillet::fitting

@@ -13,6 +13,8 @@ namespace quillet::fitting {
 
 namespace {
 
+bool Blank(const std::string& text) { return text.empty() || text == "-EOF-"; }
+
 std::string Question(int q, const std::string& what) { return "Question " + std::to_string(q) + " (" + what + ")"; }
 
 void CheckPresent(const std::string& text, int q, const std::string& what) {
@@ -68,7 +70,7 @@ ResponseRecord ReadRecord(const std::string& folder, const std::string& name) {
 
 }  // namespace
 
-FitSettings ReadFitSettings(const std::string& folder, const std::string& name) {
+FitSettings ReadDataSettings(const std::string& folder, const std::string& name) {
     const ResponseRecord r = ReadRecord(folder, name);
     const auto& a = r.Answers;
     FitSettings f;
@@ -87,6 +89,21 @@ FitSettings ReadFitSettings(const std::string& folder, const std::string& name) 
     f.firstLine = AnswerCount(a[3], 3, "first line of the data");
     f.points = AnswerCount(a[4], 4, "number of points");
     f.terms = AnswerCount(a[5], 5, "number of terms");
+    auto optional = [&](int q, const char* what) { return Blank(a[q]) ? 0.0 : AnswerNonZero(a[q], q, what); };
+    f.xnorm = optional(6, "X-axis normalization factor");
+    f.ynorm = optional(7, "Y-axis normalization factor");
+    f.weighted = r.WeightFlag != 0;
+    for (std::size_t i = 0; i < 6; ++i) f.solverValues[i] = r.SolverValues[i + 1];
+    f.note1 = r.Note1;
+    f.note2 = r.Note2;
+    f.record = r;
+    return f;
+}
+
+FitSettings ReadFitSettings(const std::string& folder, const std::string& name) {
+    FitSettings f = ReadDataSettings(folder, name);
+    const auto& a = f.record.Answers;
+    const ModelKind* kind = FindModelKind(f.modelId);
     f.xnorm = AnswerNonZero(a[6], 6, "X-axis normalization factor");
     f.ynorm = AnswerNonZero(a[7], 7, "Y-axis normalization factor");
     if (kind->hasOffset) f.y0 = AnswerNumber(a[8], 8, "Y-axis offset");
@@ -98,10 +115,6 @@ FitSettings ReadFitSettings(const std::string& folder, const std::string& name) 
             for (double v : f.series.back())
                 if (!(v > 0)) throw FitInputError(Question(g.question, what) + ": every frequency must be above 0.");
     }
-    f.weighted = r.WeightFlag != 0;
-    for (std::size_t i = 0; i < 6; ++i) f.solverValues[i] = r.SolverValues[i + 1];
-    f.note1 = r.Note1;
-    f.note2 = r.Note2;
     return f;
 }
 

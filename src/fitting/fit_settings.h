@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "model/response_record.h"
+
 namespace quillet::fitting {
 
 struct FitSettings {
@@ -15,7 +17,7 @@ struct FitSettings {
     int firstLine = 1;  // question 3, 1-based
     int points = 0;     // question 4
     int terms = 0;      // question 5
-    double xnorm = 1;
+    double xnorm = 1;           // questions 6 and 7
     double ynorm = 1;
     double y0 = 0;      // question 8 (normalised); 0 for models without an offset
     // Starting values of the series questions the model uses, in question order.
@@ -24,7 +26,13 @@ struct FitSettings {
     std::array<std::string, 6> solverValues;  // as typed; blank means the engine's default
     std::string note1;
     std::string note2;
+    ResponseRecord record;  // the answers as read
 };
+
+// The answers that say which points to read and how to fit them: data file, model, first
+// line, points, terms, weighting; Xnorm and Ynorm when given (0 when blank). Raises
+// FitInputError saying what is wrong.
+FitSettings ReadDataSettings(const std::string& folder, const std::string& name);
 
 // Reads the response file `folder`/`name` with the program's own reader and checks its
 // answers; raises FitInputError saying what is wrong.
