@@ -34,6 +34,13 @@ void ReportFailure(AppState& s, const RuntimeError& e, const std::string& routin
         s.env.dialogs->MsgBox(UnexpectedErrorText(e), mb::Critical, title);
 }
 
+// The file name and folder that SetCurrentFile makes current for `name`.
+std::string SplitResponseName(const AppState& s, const std::string& name, std::string& folder) {
+    std::string file = SplitPath(s.env, name, folder);
+    if (folder.empty()) folder = JoinPath(s.env.currentFolder, "user");
+    return file;
+}
+
 std::string ProposedSaveName(const std::string& current) {
     if (current == "~~none") return "none.txt";
     if (EndsWith(current, ".*")) return std::string("*") + kFileExt;
@@ -73,8 +80,12 @@ void FileOld(AppState& s) {
     try {
         chosen = s.env.dialogs->FileDialog({FileDialogRequest::Kind::Open, "Select Response (Input) File to Open",
                                             OpenFilter(), s.UserDir, std::string("*") + kFileExt});
+        // Opened before anything changes: a file that cannot be read leaves the form and the
+        // current file as they were.
+        std::string folder;
+        const std::string name = SplitResponseName(s, chosen, folder);
+        LineReader in = LineReader::OpenOrRaise(JoinPath(folder, name));
         SetCurrentFile(s, chosen);
-        LineReader in = LineReader::Open(JoinPath(s.UserDir, s.CurrentFile));
         FileReadMe(s, in, s.CurrentFile, s.UserDir);
         in.Close();
         s.DataFile = s.rec.Answers[1];
@@ -151,8 +162,7 @@ void ShowFilename(AppState& s) {
 
 void SetCurrentFile(AppState& s, const std::string& name) {
     std::string folder;
-    s.CurrentFile = SplitPath(s.env, name, folder);
-    if (folder.empty()) folder = JoinPath(s.env.currentFolder, "user");
+    s.CurrentFile = SplitResponseName(s, name, folder);
     s.UserDir = folder;
     s.WorkDir = folder;
 }

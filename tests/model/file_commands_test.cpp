@@ -110,5 +110,59 @@ TEST_F(FileCommands, DeleteConfirmsOnlyExistingFilesAndKeepsTheAnswers) {
     EXPECT_EQ(s.form.nTerms.text, "3");
 }
 
+// A chosen response file that is there and still cannot be read: its read permission is gone,
+// or a folder stands under its name. Both fail with the same access error.
+enum class Unreadable { NoReadPermission, FolderOfThatName };
+std::string Name(Unreadable u) {
+    return u == Unreadable::NoReadPermission ? "NoReadPermission" : "FolderOfThatName";
+}
+void PrintTo(Unreadable u, std::ostream* os) {
+    *os << Name(u);
+}
+
+class OpenOfAnUnreadableFile : public FileCommands, public ::testing::WithParamInterface<Unreadable> {
+protected:
+    // Everything the person sees of the answers, and the caption.
+    std::vector<std::string> Shown() {
+        auto& f = s.form;
+        std::vector<std::string> shown{f.caption, f.Methods.text, f.Question9.caption, f.Note1.text, f.Note2.text};
+        for (int q = 1; q <= 12; ++q)
+            if (q != 2) shown.push_back(AnswerBox(f, q)->text + (AnswerBox(f, q)->visible ? "" : " (hidden)"));
+        for (int i = 1; i <= 6; ++i) shown.push_back(SolverBox(f, i).text);
+        return shown;
+    }
+};
+
+TEST_P(OpenOfAnUnreadableFile, ShowsTheErrorAndLeavesTheFormAndTheCurrentFileAsTheyWere) {
+    SetMethodsText(s, "Exponential");
+    SetText(s, s.form.nTerms, "2");
+    dialogs.Choose(dir / "first.Fit");
+    FileSave(s);
+
+    const std::string unreadable = dir / "locked.Fit";
+    if (GetParam() == Unreadable::NoReadPermission) {
+        testing::WriteBytes(unreadable, ReadBytes(dir / "first.Fit"));
+        if (!testing::TakeAwayReadPermission(unreadable))
+            GTEST_SKIP() << "this user reads files without read permission (root or Windows)";
+    } else {
+        std::filesystem::create_directory(unreadable);
+    }
+
+    const auto before = Shown();
+    const std::string userDir = s.UserDir;
+    dialogs.Choose(unreadable).Answer(mb::OK);
+    FileOld(s);
+    EXPECT_EQ(dialogs.boxes, (std::vector<ShownBox>{{"Unexpected error #75 occured: Path/File access error",
+                                                     "In 'FileOld' routine ...", 16}}));
+    EXPECT_EQ(Shown(), before);
+    EXPECT_EQ(s.CurrentFile, "first.Fit");
+    EXPECT_EQ(s.UserDir, userDir);
+    EXPECT_FALSE(s.DataChanged);
+}
+
+INSTANTIATE_TEST_SUITE_P(Causes, OpenOfAnUnreadableFile,
+                         ::testing::Values(Unreadable::NoReadPermission, Unreadable::FolderOfThatName),
+                         [](const auto& info) { return Name(info.param); });
+
 }  // namespace
 }  // namespace quillet
