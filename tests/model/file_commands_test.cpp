@@ -110,6 +110,37 @@ TEST_F(FileCommands, DeleteConfirmsOnlyExistingFilesAndKeepsTheAnswers) {
     EXPECT_EQ(s.form.nTerms.text, "3");
 }
 
+TEST_F(FileCommands, ANameTypedWithoutExtensionGetsTheResponseExtensionInEveryFileDialog) {
+    std::filesystem::create_directory(dir / "v1.2");
+    const std::pair<std::string, std::string> typedAndWritten[] = {
+        {"run1.txt", "run1.txt"}, {"v1.2/run1", "v1.2/run1.Fit"}, {"run1", "run1.Fit"}};
+    for (const auto& [typed, written] : typedAndWritten) {
+        SetText(s, s.form.nTerms, "4");
+        dialogs.Choose(dir / typed);
+        EXPECT_TRUE(FileSaveAs(s)) << typed;
+        EXPECT_TRUE(Exists(written)) << typed;
+    }
+    EXPECT_FALSE(Exists("run1"));
+    EXPECT_EQ(s.form.caption, "run1.Fit ... Quillet, a Calculus-level program");
+
+    // The replace question is about the file that would be written.
+    dialogs.Choose(dir / "run1").Answer(mb::No);
+    EXPECT_FALSE(FileSaveAs(s));
+    EXPECT_EQ(Box(0),
+              (ShownBox{"Replace " + LCase(dir / "run1.Fit") + " file?", "File exists, want to replace it?", 36}));
+
+    // Open and Delete add it too, but an existing file without extension is taken as named.
+    testing::WriteBytes(dir / "legacy", ReadBytes(dir / "run1.Fit"));
+    dialogs.Choose(dir / "legacy").Choose(dir / "run1").Answer(mb::Yes);
+    FileOld(s);
+    EXPECT_EQ(s.CurrentFile, "legacy");
+    FileDelete(s);
+    EXPECT_FALSE(Exists("run1.Fit"));
+
+    // The desktop's dialog is told too, so that it shows the name it will return.
+    for (const auto& request : dialogs.fileDialogs) EXPECT_EQ(request.defaultExt, ".Fit") << request.title;
+}
+
 // A chosen response file that is there and still cannot be read: its read permission is gone,
 // or a folder stands under its name. Both fail with the same access error.
 enum class Unreadable { NoReadPermission, FolderOfThatName };
