@@ -29,6 +29,7 @@ struct FileDialogRequest {
     std::string filter;  // "Label|pattern|Label|pattern..."
     std::string startFolder;
     std::string proposedName;
+    std::string defaultExt;  // e.g. ".Fit": given to a name typed without an extension
 };
 
 class Dialogs {

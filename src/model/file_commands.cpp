@@ -34,6 +34,25 @@ void ReportFailure(AppState& s, const RuntimeError& e, const std::string& routin
         s.env.dialogs->MsgBox(UnexpectedErrorText(e), mb::Critical, title);
 }
 
+// A name typed without an extension gets the response-file extension, so that the next
+// Open's "*.Fit" filter still shows the file. An existing file picked under "All Files" to
+// open or delete is taken as it is named.
+std::string ChooseResponseFile(AppState& s, const FileDialogRequest& request) {
+    std::string chosen = s.env.dialogs->FileDialog(request);
+    std::string folder;
+    if (SplitPath(s.env, chosen, folder).find('.') == std::string::npos &&
+        (request.kind == FileDialogRequest::Kind::Save || !FileExists(s.env, chosen)))
+        chosen += request.defaultExt;
+    return chosen;
+}
+
+// The file name and folder that SetCurrentFile makes current for `name`.
+std::string SplitResponseName(const AppState& s, const std::string& name, std::string& folder) {
+    std::string file = SplitPath(s.env, name, folder);
+    if (folder.empty()) folder = JoinPath(s.env.currentFolder, "user");
+    return file;
+}
+
 std::string ProposedSaveName(const std::string& current) {
     if (current == "~~none") return "none.txt";
     if (EndsWith(current, ".*")) return std::string("*") + kFileExt;
@@ -71,10 +90,14 @@ void FileOld(AppState& s) {
     if (s.CurrentFile != kNewData && SaveIfChanged(s, s.DataChanged)) return;
     std::string chosen;
     try {
-        chosen = s.env.dialogs->FileDialog({FileDialogRequest::Kind::Open, "Select Response (Input) File to Open",
-                                            OpenFilter(), s.UserDir, std::string("*") + kFileExt});
+        chosen = ChooseResponseFile(s, {FileDialogRequest::Kind::Open, "Select Response (Input) File to Open",
+                                        OpenFilter(), s.UserDir, std::string("*") + kFileExt, kFileExt});
+        // Opened before anything changes: a file that cannot be read leaves the form and the
+        // current file as they were.
+        std::string folder;
+        const std::string name = SplitResponseName(s, chosen, folder);
+        LineReader in = LineReader::OpenOrRaise(JoinPath(folder, name));
         SetCurrentFile(s, chosen);
-        LineReader in = LineReader::Open(JoinPath(s.UserDir, s.CurrentFile));
         FileReadMe(s, in, s.CurrentFile, s.UserDir);
         in.Close();
         s.DataFile = s.rec.Answers[1];
@@ -107,8 +130,8 @@ void FileSave(AppState& s) {
 bool FileSaveAs(AppState& s) {
     std::string chosen;
     try {
-        chosen = s.env.dialogs->FileDialog({FileDialogRequest::Kind::Save, "Save Input File As ...", kQuilletFilter,
-                                            s.UserDir, ProposedSaveName(s.CurrentFile)});
+        chosen = ChooseResponseFile(s, {FileDialogRequest::Kind::Save, "Save Input File As ...", kQuilletFilter,
+                                        s.UserDir, ProposedSaveName(s.CurrentFile), kFileExt});
         if (FileExists(s.env, chosen) &&
             s.env.dialogs->MsgBox("Replace " + LCase(chosen) + " file?", mb::YesNo + mb::Question,
                                   "File exists, want to replace it?") != mb::Yes)
@@ -131,8 +154,8 @@ void FileDelete(AppState& s) {
     std::string chosen;
     try {
         const std::string start = s.DeleteFolder.empty() ? s.UserDir : s.DeleteFolder;
-        chosen = s.env.dialogs->FileDialog(
-            {FileDialogRequest::Kind::Open, "Select File to be Deleted", kQuilletFilter, start, ""});
+        chosen = ChooseResponseFile(
+            s, {FileDialogRequest::Kind::Open, "Select File to be Deleted", kQuilletFilter, start, "", kFileExt});
         if (FileExists(s.env, chosen) &&
             s.env.dialogs->MsgBox("Delete '" + chosen + "' File.", mb::YesNo + mb::Question, "Confirm Delete?") ==
                 mb::Yes) {
@@ -151,8 +174,7 @@ void ShowFilename(AppState& s) {
 
 void SetCurrentFile(AppState& s, const std::string& name) {
     std::string folder;
-    s.CurrentFile = SplitPath(s.env, name, folder);
-    if (folder.empty()) folder = JoinPath(s.env.currentFolder, "user");
+    s.CurrentFile = SplitResponseName(s, name, folder);
     s.UserDir = folder;
     s.WorkDir = folder;
 }

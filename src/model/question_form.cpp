@@ -43,7 +43,7 @@ void cmdFileData_Click(AppState& s) {
         std::string chosen = s.env.dialogs->FileDialog(
             {FileDialogRequest::Kind::Open, title,
              "All Files (*.*)|*.*|Input Data files (*.??0.data)|*.??0.data|Plot data files (*.plt)|*.plt", s.UserDir,
-             ""});
+             "", ""});
         std::string folder;
         std::string name = SplitPath(s.env, chosen, folder);
         if (!s.UserDir.empty() && folder != s.UserDir) {

@@ -11,13 +11,16 @@
 namespace quillet {
 
 LineReader LineReader::Open(const std::string& path) {
-    LineReader r;
-    std::string bytes;
     try {
-        bytes = ReadWholeFile(path);
+        return OpenOrRaise(path);
     } catch (const RuntimeError&) {
-        return r;
+        return LineReader();
     }
+}
+
+LineReader LineReader::OpenOrRaise(const std::string& path) {
+    LineReader r;
+    const std::string bytes = ReadWholeFile(path);
     std::size_t start = 0;
     while (start < bytes.size()) {
         auto end = bytes.find('\n', start);

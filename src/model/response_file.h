@@ -14,6 +14,8 @@ public:
     LineReader() = default;
     // Opens `path`; a file that cannot be read leaves the reader closed.
     static LineReader Open(const std::string& path);
+    // Opens `path`; a file that cannot be read raises its classic error (53, 75, ...).
+    static LineReader OpenOrRaise(const std::string& path);
     bool isOpen() const { return open_; }
     // The next line (UTF-8, without its line end); false when the file is closed or ended.
     bool Next(std::string& line);

@@ -27,18 +27,22 @@ std::string Instructions() {
     return text;
 }
 
-// Reopens the last response file unless it is missing or an example; returns the name that
-// stays current ("" for an example).
+// Reopens the last response file unless it is missing, unreadable or an example; returns the
+// name that stays current ("" for an example).
 std::string ReopenLastFile(AppState& s, std::string name, const std::string& folder) {
     const std::string full = JoinPath(folder, name);
     if (FileExists(s.env, full) && !name.empty() && !StartsWithNoCase(name, "ex")) {
+        // A file that cannot be read is not reported at start: like a vanished one, it leaves
+        // the form at its defaults.
         LineReader in = LineReader::Open(full);
-        FileReadMe(s, in, name, folder);
-        in.Close();
-        PutAnswers(s);
-        s.DataFile = s.rec.Answers[1];
-        s.DataDir = folder;
-        return name;
+        if (in.isOpen()) {
+            FileReadMe(s, in, name, folder);
+            in.Close();
+            PutAnswers(s);
+            s.DataFile = s.rec.Answers[1];
+            s.DataDir = folder;
+            return name;
+        }
     }
     if (StartsWithNoCase(name, "ex")) name.clear();
     GetAnswers(s);

@@ -28,6 +28,8 @@ std::string QtDialogs::FileDialog(const FileDialogRequest& request) {
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setNameFilters(NameFilters(request.filter));
+    // Qt drops the leading dot itself.
+    dialog.setDefaultSuffix(QString::fromStdString(request.defaultExt));
     if (!request.proposedName.empty()) dialog.selectFile(QString::fromStdString(request.proposedName));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         Raise(err::DialogCancelled, "CommonDialog", "Cancel was selected.");

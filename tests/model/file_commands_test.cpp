@@ -110,5 +110,90 @@ TEST_F(FileCommands, DeleteConfirmsOnlyExistingFilesAndKeepsTheAnswers) {
     EXPECT_EQ(s.form.nTerms.text, "3");
 }
 
+TEST_F(FileCommands, ANameTypedWithoutExtensionGetsTheResponseExtensionInEveryFileDialog) {
+    std::filesystem::create_directory(dir / "v1.2");
+    const std::pair<std::string, std::string> typedAndWritten[] = {
+        {"run1.txt", "run1.txt"}, {"v1.2/run1", "v1.2/run1.Fit"}, {"run1", "run1.Fit"}};
+    for (const auto& [typed, written] : typedAndWritten) {
+        SetText(s, s.form.nTerms, "4");
+        dialogs.Choose(dir / typed);
+        EXPECT_TRUE(FileSaveAs(s)) << typed;
+        EXPECT_TRUE(Exists(written)) << typed;
+    }
+    EXPECT_FALSE(Exists("run1"));
+    EXPECT_EQ(s.form.caption, "run1.Fit ... Quillet, a Calculus-level program");
+
+    // The replace question is about the file that would be written.
+    dialogs.Choose(dir / "run1").Answer(mb::No);
+    EXPECT_FALSE(FileSaveAs(s));
+    EXPECT_EQ(Box(0),
+              (ShownBox{"Replace " + LCase(dir / "run1.Fit") + " file?", "File exists, want to replace it?", 36}));
+
+    // Open and Delete add it too, but an existing file without extension is taken as named.
+    testing::WriteBytes(dir / "legacy", ReadBytes(dir / "run1.Fit"));
+    dialogs.Choose(dir / "legacy").Choose(dir / "run1").Answer(mb::Yes);
+    FileOld(s);
+    EXPECT_EQ(s.CurrentFile, "legacy");
+    FileDelete(s);
+    EXPECT_FALSE(Exists("run1.Fit"));
+
+    // The desktop's dialog is told too, so that it shows the name it will return.
+    for (const auto& request : dialogs.fileDialogs) EXPECT_EQ(request.defaultExt, ".Fit") << request.title;
+}
+
+// A chosen response file that is there and still cannot be read: its read permission is gone,
+// or a folder stands under its name. Both fail with the same access error.
+enum class Unreadable { NoReadPermission, FolderOfThatName };
+std::string Name(Unreadable u) {
+    return u == Unreadable::NoReadPermission ? "NoReadPermission" : "FolderOfThatName";
+}
+void PrintTo(Unreadable u, std::ostream* os) {
+    *os << Name(u);
+}
+
+class OpenOfAnUnreadableFile : public FileCommands, public ::testing::WithParamInterface<Unreadable> {
+protected:
+    // Everything the person sees of the answers, and the caption.
+    std::vector<std::string> Shown() {
+        auto& f = s.form;
+        std::vector<std::string> shown{f.caption, f.Methods.text, f.Question9.caption, f.Note1.text, f.Note2.text};
+        for (int q = 1; q <= 12; ++q)
+            if (q != 2) shown.push_back(AnswerBox(f, q)->text + (AnswerBox(f, q)->visible ? "" : " (hidden)"));
+        for (int i = 1; i <= 6; ++i) shown.push_back(SolverBox(f, i).text);
+        return shown;
+    }
+};
+
+TEST_P(OpenOfAnUnreadableFile, ShowsTheErrorAndLeavesTheFormAndTheCurrentFileAsTheyWere) {
+    SetMethodsText(s, "Exponential");
+    SetText(s, s.form.nTerms, "2");
+    dialogs.Choose(dir / "first.Fit");
+    FileSave(s);
+
+    const std::string unreadable = dir / "locked.Fit";
+    if (GetParam() == Unreadable::NoReadPermission) {
+        testing::WriteBytes(unreadable, ReadBytes(dir / "first.Fit"));
+        if (!testing::TakeAwayReadPermission(unreadable))
+            GTEST_SKIP() << "this user reads files without read permission (root or Windows)";
+    } else {
+        std::filesystem::create_directory(unreadable);
+    }
+
+    const auto before = Shown();
+    const std::string userDir = s.UserDir;
+    dialogs.Choose(unreadable).Answer(mb::OK);
+    FileOld(s);
+    EXPECT_EQ(dialogs.boxes, (std::vector<ShownBox>{{"Unexpected error #75 occured: Path/File access error",
+                                                     "In 'FileOld' routine ...", 16}}));
+    EXPECT_EQ(Shown(), before);
+    EXPECT_EQ(s.CurrentFile, "first.Fit");
+    EXPECT_EQ(s.UserDir, userDir);
+    EXPECT_FALSE(s.DataChanged);
+}
+
+INSTANTIATE_TEST_SUITE_P(Causes, OpenOfAnUnreadableFile,
+                         ::testing::Values(Unreadable::NoReadPermission, Unreadable::FolderOfThatName),
+                         [](const auto& info) { return Name(info.param); });
+
 }  // namespace
 }  // namespace quillet

@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "env/mdlRegistryAPI.h"
+#include "env/paths.h"
 #include "env/settings.h"
 #include "support/form_fixture.h"
 #include "support/test_registry.h"
@@ -71,6 +72,49 @@ TEST_F(Startup, ReopensTheLastResponseFileExceptAnExampleAndSaysNothingOfAVanish
     EXPECT_FALSE(s.form.PW50.visible);
     EXPECT_EQ(s.form.caption, "mine.Fit ... Quillet, a Calculus-level program");
 }
+
+// A last response file that is there and still cannot be read: its read permission is gone,
+// or a folder stands under its name where the file test sees a file.
+enum class Unreadable { NoReadPermission, FolderTakenForAFile };
+std::string Name(Unreadable u) {
+    return u == Unreadable::NoReadPermission ? "NoReadPermission" : "FolderTakenForAFile";
+}
+void PrintTo(Unreadable u, std::ostream* os) {
+    *os << Name(u);
+}
+
+class StartupWithAnUnreadableLastFile : public Startup, public ::testing::WithParamInterface<Unreadable> {};
+
+TEST_P(StartupWithAnUnreadableLastFile, ShowsTheDefaultsWithoutAnyMessage) {
+    PutFileInRegistry(s.env, "gone.Fit", "User");
+    Reset();
+    Form_Load(s);
+    const ResponseRecord defaults = s.rec;
+
+    const std::string last = program + "/User/mine.Fit";
+    if (GetParam() == Unreadable::NoReadPermission) {
+        SaveLastFile("User", "mine.Fit");
+        if (!testing::TakeAwayReadPermission(last))
+            GTEST_SKIP() << "this user reads files without read permission (root or Windows)";
+    } else {
+        std::filesystem::create_directories(last);
+        PutFileInRegistry(s.env, "mine.Fit", "User");
+    }
+    Reset();
+    if (GetParam() == Unreadable::FolderTakenForAFile)
+        s.env.probe = [](const std::string& path, bool folder) {
+            return RealPathProbe(path, folder) || (!folder && RealPathProbe(path, true));
+        };
+    Form_Load(s);
+    EXPECT_EQ(s.rec.Answers, defaults.Answers);
+    EXPECT_EQ(s.rec.Note1, defaults.Note1);
+    EXPECT_EQ(s.rec.Note2, defaults.Note2);
+    EXPECT_FALSE(s.DataChanged);
+}
+
+INSTANTIATE_TEST_SUITE_P(Causes, StartupWithAnUnreadableLastFile,
+                         ::testing::Values(Unreadable::NoReadPermission, Unreadable::FolderTakenForAFile),
+                         [](const auto& info) { return Name(info.param); });
 
 }  // namespace
 }  // namespace quillet

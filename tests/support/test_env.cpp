@@ -45,4 +45,11 @@ void WriteBytes(const std::string& path, const std::string& bytes) {
     out << bytes;
 }
 
+bool TakeAwayReadPermission(const std::string& path) {
+    using std::filesystem::perms;
+    std::filesystem::permissions(path, perms::owner_read | perms::group_read | perms::others_read,
+                                 std::filesystem::perm_options::remove);
+    return !std::ifstream(path, std::ios::binary).is_open();
+}
+
 }  // namespace quillet::testing

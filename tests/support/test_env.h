@@ -44,4 +44,8 @@ std::string NativePath(std::string path);
 std::string ReadBytes(const std::string& path);
 void WriteBytes(const std::string& path, const std::string& bytes);
 
+// Takes every read permission from the file `path`. False when this user still reads it:
+// root reads anything, and Windows does not stop reading for the permission bits.
+bool TakeAwayReadPermission(const std::string& path);
+
 }  // namespace quillet::testing
