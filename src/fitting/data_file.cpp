@@ -61,4 +61,22 @@ DataPoints ReadDataPoints(const std::string& path, int firstLine, int count) {
     return d;
 }
 
+void CheckFittable(const DataPoints& data, const Model& model, const std::string& path, int firstLine) {
+    const std::string where = "The data file \"" + path + "\" from line " + std::to_string(firstLine) + " on";
+    const auto& y = data.y;
+    if (std::all_of(y.begin(), y.end(), [&](double v) { return v == y.front(); }))
+        throw FitInputError(where + " holds the same Y value (" + FormatNumber(y.front()) +
+                            ") on every line: there is no curve to fit.");
+    // Parameters need as many different X values as there are of them; stop counting there.
+    const auto np = static_cast<std::size_t>(model.parameterCount());
+    std::vector<double> seen;
+    for (double x : data.x) {
+        if (std::find(seen.begin(), seen.end(), x) == seen.end()) seen.push_back(x);
+        if (seen.size() >= np) return;
+    }
+    throw FitInputError(where + " holds only " + std::to_string(seen.size()) + " different X value" +
+                        (seen.size() == 1 ? "" : "s") + "; the model's " + std::to_string(np) +
+                        " parameters need at least " + std::to_string(np) + ".");
+}
+
 }  // namespace quillet::fitting

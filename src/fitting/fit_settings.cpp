@@ -71,11 +71,15 @@ ResponseRecord ReadRecord(const std::string& folder, const std::string& name) {
 }  // namespace
 
 FitSettings ReadDataSettings(const std::string& folder, const std::string& name) {
-    const ResponseRecord r = ReadRecord(folder, name);
-    const auto& a = r.Answers;
-    FitSettings f;
+    FitSettings f = DataSettingsOf(ReadRecord(folder, name));
     f.responseFolder = folder;
     f.responseName = name;
+    return f;
+}
+
+FitSettings DataSettingsOf(const ResponseRecord& r) {
+    const auto& a = r.Answers;
+    FitSettings f;
     f.title = r.ResponseTitle;
     CheckPresent(a[1], 1, "data file");
     f.dataFile = a[1];

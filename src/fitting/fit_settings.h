@@ -33,6 +33,8 @@ struct FitSettings {
 // line, points, terms, weighting; Xnorm and Ynorm when given (0 when blank). Raises
 // FitInputError saying what is wrong.
 FitSettings ReadDataSettings(const std::string& folder, const std::string& name);
+// The same from answers already read (or on the form).
+FitSettings DataSettingsOf(const ResponseRecord& record);
 
 // Reads the response file `folder`/`name` with the program's own reader and checks its
 // answers; raises FitInputError saying what is wrong.

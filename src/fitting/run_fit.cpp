@@ -29,25 +29,6 @@ struct RunPlace {
     std::string runDir;
 };
 
-// Data that no curve of the model can be fitted to, whatever the starting values.
-void CheckData(const DataPoints& data, const Model& model, const std::string& path, int firstLine) {
-    const std::string where = "The data file \"" + path + "\" from line " + std::to_string(firstLine) + " on";
-    const auto& y = data.y;
-    if (std::all_of(y.begin(), y.end(), [&](double v) { return v == y.front(); }))
-        throw FitInputError(where + " holds the same Y value (" + FormatNumber(y.front()) +
-                            ") on every line: there is no curve to fit.");
-    // Parameters need as many different X values as there are of them; stop counting there.
-    const auto np = static_cast<std::size_t>(model.parameterCount());
-    std::vector<double> seen;
-    for (double x : data.x) {
-        if (std::find(seen.begin(), seen.end(), x) == seen.end()) seen.push_back(x);
-        if (seen.size() >= np) return;
-    }
-    throw FitInputError(where + " holds only " + std::to_string(seen.size()) + " different X value" +
-                        (seen.size() == 1 ? "" : "s") + "; the model's " + std::to_string(np) +
-                        " parameters need at least " + std::to_string(np) + ".");
-}
-
 CompletedFit Prepare(const RunPlace& place) {
     FitSettings settings = ReadFitSettings(place.folder, place.name);
     const std::string dataPath = JoinPath(place.folder, settings.dataFile);
@@ -56,7 +37,7 @@ CompletedFit Prepare(const RunPlace& place) {
     if (settings.points <= model.parameterCount())
         throw FitInputError("Too few points: " + std::to_string(settings.points) + " points cannot fit " +
                             std::to_string(model.parameterCount()) + " parameters; question 4 must ask for more.");
-    CheckData(data, model, dataPath, settings.firstLine);
+    CheckFittable(data, model, dataPath, settings.firstLine);
     std::vector<double> start = StartValues(model, settings);
     return CompletedFit{std::move(settings), std::move(data), model, std::move(start), {}, place.runDir, {}, 0, 0, 0, {}};
 }

@@ -151,9 +151,11 @@ void Questions_Visible(AppState& s) {
 
 void RefreshTabs(AppState& s) { selectSolverQuest(s); }
 
-void GetAnswers(AppState& s) {
-    auto& f = s.form;
-    auto& r = s.rec;
+void GetAnswers(AppState& s) { s.rec = RecordOnForm(s); }
+
+ResponseRecord RecordOnForm(const AppState& s) {
+    const auto& f = s.form;
+    ResponseRecord r = s.rec;
     for (int q = 1; q <= 12; ++q)
         r.Answers[static_cast<std::size_t>(q)] = q == 2 ? f.Methods.text : AnswerBox(f, q)->text;
     r.ModelID = static_cast<std::int16_t>(f.Methods.listIndex);
@@ -161,6 +163,7 @@ void GetAnswers(AppState& s) {
     r.Note1 = f.Note1.text;
     r.Note2 = f.Note2.text;
     for (int i = 1; i <= 6; ++i) r.SolverValues[static_cast<std::size_t>(i)] = SolverBox(f, i).text;
+    return r;
 }
 
 void PutAnswers(AppState& s) {

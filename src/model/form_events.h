@@ -25,6 +25,8 @@ void RefreshTabs(AppState& s);
 
 // Form -> record and record -> form.
 void GetAnswers(AppState& s);
+// The record GetAnswers would make of the form, leaving s.rec as it is.
+ResponseRecord RecordOnForm(const AppState& s);
 void PutAnswers(AppState& s);
 
 // Fills the form's captions, lists and default answers as the form is designed.

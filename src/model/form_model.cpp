@@ -34,4 +34,6 @@ TextBox& SolverBox(FormModel& f, int index) {
     }
 }
 
+const TextBox& SolverBox(const FormModel& f, int index) { return SolverBox(const_cast<FormModel&>(f), index); }
+
 }  // namespace quillet

@@ -110,5 +110,6 @@ TextBox* AnswerBox(FormModel& f, int question);
 const TextBox* AnswerBox(const FormModel& f, int question);
 // The six solver boxes, 1..6.
 TextBox& SolverBox(FormModel& f, int index);
+const TextBox& SolverBox(const FormModel& f, int index);
 
 }  // namespace quillet
