@@ -208,6 +208,8 @@ void InitFormDesign(AppState& s) {
     f.Combo10.items = kCombo10Entries;
     f.Combo10.visible = false;
     f.cmdFileData.caption = "...";
+    f.cmdSuggest.caption = "Su&ggest";
+    f.cmdSuggest.toolTip = "Proposes the starting values of questions 8 to 12 from the data file";
     f.cmdSubmit.caption = "Submit Batch &Run";
     f.cmdPlots.caption = "View Last Plots";
     f.AutoExit.caption = "Auto-exit DOSbox";

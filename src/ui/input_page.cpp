@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QScrollArea>
 
+#include "fitting/suggest_form.h"
 #include "model/form_events.h"
 #include "model/question_form.h"
 #include "run/submit.h"
@@ -79,6 +80,9 @@ QWidget* frmMain::BuildInputPage() {
     banner->setStyleSheet("font-weight: bold; padding: 6px 0;");
     b.BindLabel(banner, f.lblNote, "lblNote");
     grid->addWidget(banner, row++, 0, 1, 2);
+    auto* suggest = new QPushButton(questions);
+    b.BindButton(suggest, f.cmdSuggest, [](AppState& s) { fitting::cmdSuggest_Click(s); });
+    grid->addWidget(suggest, row++, 1, Qt::AlignLeft);
 
     Label* series[] = {&f.Question9, &f.Question10, &f.Question11, &f.Question12};
     for (int q = 9; q <= 12; ++q) {

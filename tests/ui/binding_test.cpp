@@ -1,6 +1,7 @@
 // The widgets mirror the form model both ways: edits reach the library's handlers, and what
 // the handlers change shows in the widgets.
 #include <QComboBox>
+#include <cmath>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -55,6 +56,36 @@ TEST_F(Binding, FocusOnTheDataFileGoesToItsBrowseButtonWhichTakesTheChosenFile) 
     dialogs.Choose(s.UserDir + "/pts.100");
     QTest::mouseClick(Find<QPushButton>("cmdFileData"), Qt::LeftButton);
     EXPECT_EQ(Find<QLineEdit>("timeData")->text(), "pts.100");
+}
+
+TEST_F(Binding, SuggestFillsTheStartingValuesFromTheDataAsIfTyped) {
+    std::string data = "x y\r\n";
+    for (int i = 0; i <= 100; ++i)
+        data += std::to_string(i) + " " + std::to_string(5 + 20 / (1 + std::pow((i - 40) / 4.0, 2))) + "\r\n";
+    WriteBytes(s.UserDir + "/pk.dat", data);
+    Choose("Lorentzian");
+    for (auto [name, text] : {std::pair{"timeData", "pk.dat"}, {"Line0", "2"}, {"nPoints", "101"}, {"nTerms", "1"},
+                              {"xnorm", ""}, {"ynorm", ""}}) {
+        Find<QLineEdit>(name)->selectAll();
+        QTest::keyClicks(Find<QLineEdit>(name), text);
+        if (!*text) QTest::keyClick(Find<QLineEdit>(name), Qt::Key_Delete);
+    }
+    s.DataChanged = false;
+    auto* suggest = Find<QPushButton>("cmdSuggest");
+    EXPECT_EQ(suggest->text(), "Su&ggest");
+    QTest::mouseClick(suggest, Qt::LeftButton);
+    EXPECT_EQ(Find<QLineEdit>("xnorm")->text(), "100");
+    EXPECT_EQ(Find<QLineEdit>("PeakLocations")->text(), "0.4");
+    EXPECT_TRUE(s.DataChanged);
+    // A data file that is not there: a message, and the boxes stay.
+    QTest::keyClicks(Find<QLineEdit>("timeData"), "x");
+    dialogs.Answer(mb::OK);
+    QTest::mouseClick(suggest, Qt::LeftButton);
+    ASSERT_EQ(dialogs.boxes.size(), 1u);
+    EXPECT_EQ(dialogs.boxes[0], (ShownBox{"No starting values proposed: The data file \"" + s.UserDir +
+                                              "/pk.datx\" cannot be read: File not found.",
+                                          "Suggest starting values", mb::Exclamation}));
+    EXPECT_EQ(Find<QLineEdit>("PeakLocations")->text(), "0.4");
 }
 
 TEST_F(Binding, CalculatorEvaluatesTheModelFileChosenInTheList) {
