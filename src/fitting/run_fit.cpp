@@ -1,6 +1,5 @@
 #include "fitting/run_fit.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <ostream>
@@ -21,28 +20,7 @@ namespace quillet::fitting {
 
 namespace {
 
-struct RunPlace {
-    std::string responsePath;
-    std::string folder;
-    std::string name;
-    std::string outputDir;
-    std::string runDir;
-};
-
-CompletedFit Prepare(const RunPlace& place) {
-    FitSettings settings = ReadFitSettings(place.folder, place.name);
-    const std::string dataPath = JoinPath(place.folder, settings.dataFile);
-    DataPoints data = ReadDataPoints(dataPath, settings.firstLine, settings.points);
-    Model model(*FindModelKind(settings.modelId), settings.terms);
-    if (settings.points <= model.parameterCount())
-        throw FitInputError("Too few points: " + std::to_string(settings.points) + " points cannot fit " +
-                            std::to_string(model.parameterCount()) + " parameters; question 4 must ask for more.");
-    CheckFittable(data, model, dataPath, settings.firstLine);
-    std::vector<double> start = StartValues(model, settings);
-    return CompletedFit{std::move(settings), std::move(data), model, std::move(start), {}, place.runDir, {}, 0, 0, 0, {}};
-}
-
-FitProblem ProblemOf(const CompletedFit& fit, std::ostream& out) {
+FitProblem ProblemOf(const CompletedFit& fit, bool progress, std::ostream& out) {
     FitProblem p;
     p.model = &fit.model;
     for (std::size_t i = 0; i < fit.data.x.size(); ++i) {
@@ -53,7 +31,7 @@ FitProblem ProblemOf(const CompletedFit& fit, std::ostream& out) {
     p.start = fit.start;
     SetModelBounds(p);
     p.options = MapSolverValues(fit.settings.modelId, fit.settings.solverValues);
-    p.progress = [&out](const std::string& line) { out << "  " << line << std::endl; };
+    if (progress) p.progress = [&out](const std::string& line) { out << "  " << line << std::endl; };
     return p;
 }
 
@@ -67,28 +45,11 @@ void RemoveEarlierResults(const RunPlace& place) {
     std::filesystem::remove(JoinPath(place.outputDir, EquFileName(place.name)), ec);
 }
 
-// The report of a run that did not start; only stderr when even that cannot be written.
-int Refuse(const RunPlace& place, const std::string& message, std::ostream& err) {
-    err << "quillet-cli fit: " << message << std::endl;
-    RemoveEarlierResults(place);
-    try {
-        Write(JoinPath(place.outputDir, kReportFileName), BadInputReport(place.responsePath, place.runDir, message));
-    } catch (const RuntimeError& e) {
-        err << "quillet-cli fit: the report cannot be written in \"" << place.outputDir << "\": " << e.description()
-            << std::endl;
-    }
-    return 2;
-}
-
-RunPlace PlaceOf(const std::string& responseFile, const std::string& runDir, const std::string& currentFolder) {
-    std::filesystem::path path(responseFile);
-    if (path.is_relative()) path = std::filesystem::path(currentFolder) / path;
-    path = path.lexically_normal();
+RunPlace PlaceOf(const std::filesystem::path& response, const std::string& runDir) {
     RunPlace place;
-    place.responsePath = path.string();
-    place.folder = path.parent_path().string();
-    place.name = path.filename().string();
-    place.outputDir = JoinPath(place.folder, "output");
+    place.responsePath = response.string();
+    place.name = response.filename().string();
+    place.outputDir = JoinPath(response.parent_path().string(), "output");
     place.runDir = runDir;
     return place;
 }
@@ -97,23 +58,54 @@ RunPlace PlaceOf(const std::string& responseFile, const std::string& runDir, con
 
 int RunFit(const std::string& responseFile, const std::string& runDir, const std::string& currentFolder,
            std::ostream& out, std::ostream& err) {
-    const RunPlace place = PlaceOf(responseFile, runDir, currentFolder);
+    std::filesystem::path response(responseFile);
+    if (response.is_relative()) response = std::filesystem::path(currentFolder) / response;
+    response = response.lexically_normal();
+    const RunPlace place = PlaceOf(response, runDir);
     out << "Quillet default solver: " << place.responsePath << std::endl;
     std::error_code ec;
     std::filesystem::create_directory(place.outputDir, ec);
-    std::optional<CompletedFit> prepared;
-    FitProblem problem;
+    std::optional<CompletedFit> fit;
     try {
-        prepared.emplace(Prepare(place));
-        problem = ProblemOf(*prepared, out);
+        const std::string folder = response.parent_path().string();
+        FitSettings settings = ReadFitSettings(folder, place.name);
+        const std::string dataPath = JoinPath(folder, settings.dataFile);
+        fit.emplace(PrepareFit(std::move(settings), dataPath, runDir));
     } catch (const FitInputError& e) {
-        return Refuse(place, e.what(), err);
+        return RefuseRun(place, e.what(), err);
     }
-    CompletedFit& fit = *prepared;
+    return FitAndWrite(*fit, place, true, out, err);
+}
+
+CompletedFit PrepareFit(FitSettings settings, const std::string& dataPath, const std::string& runDir,
+                        std::vector<double> start) {
+    DataPoints data = ReadDataPoints(dataPath, settings.firstLine, settings.points);
+    Model model(*FindModelKind(settings.modelId), settings.terms);
+    if (settings.points <= model.parameterCount())
+        throw FitInputError("Too few points: " + std::to_string(settings.points) + " points cannot fit " +
+                            std::to_string(model.parameterCount()) + " parameters; question 4 must ask for more.");
+    CheckFittable(data, model, dataPath, settings.firstLine);
+    if (start.empty()) start = StartValues(model, settings);
+    return CompletedFit{std::move(settings), std::move(data), model, std::move(start), {}, runDir, {}, 0, 0, 0, {}};
+}
+
+int RefuseRun(const RunPlace& place, const std::string& message, std::ostream& err) {
+    err << "quillet-cli fit: " << message << std::endl;
+    RemoveEarlierResults(place);
+    try {
+        Write(JoinPath(place.outputDir, kReportFileName), BadInputReport(place.responsePath, place.runDir, message));
+    } catch (const RuntimeError& e) {
+        // Only stderr is left to say it.
+        err << "quillet-cli fit: the report cannot be written in \"" << place.outputDir << "\": " << e.description()
+            << std::endl;
+    }
+    return 2;
+}
+
+int FitAndWrite(CompletedFit& fit, const RunPlace& place, bool progress, std::ostream& out, std::ostream& err) {
     out << "Fitting " << fit.data.x.size() << " points of " << fit.settings.dataFile << " with "
         << fit.model.parameterCount() << " parameters" << std::endl;
-
-    fit.result = RunEngine(problem);
+    fit.result = RunEngine(ProblemOf(fit, progress, out));
     std::vector<std::string> written;
     const FitOutcome outcome = fit.result.outcome;
     try {
