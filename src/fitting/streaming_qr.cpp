@@ -4,28 +4,40 @@
 
 namespace quillet::fitting {
 
+namespace {
+
+// |x| without overflow or underflow on the way: a plain sum of squares where it is safe
+// (a bell far from its centre leaves values near 1e-160, whose squares vanish).
+double Norm(const Eigen::Map<Eigen::VectorXd>& x) {
+    const double squares = x.squaredNorm();
+    if (squares > 1e-280 && squares < 1e280) return std::sqrt(squares);
+    return x.stableNorm();
+}
+
+}  // namespace
+
 StreamingQr::StreamingQr(int width) : width_(width), r_(Eigen::MatrixXd::Zero(width, width)) {}
 
 // Householder reflections on the stacked matrix [R; block]: column k's reflector touches only
-// R(k, k) and the block's column k, since R is already triangular.
+// R(k, k) and the block's column k, since R is already triangular. The reflector is scaled so
+// that its first element is 1 (v = [1; x / (top - beta)]), which keeps every element at most 1.
 void StreamingQr::Fold(double* block, std::size_t rows) {
     const auto n = static_cast<Eigen::Index>(rows);
     for (int k = 0; k < width_; ++k) {
         Eigen::Map<Eigen::VectorXd> xk(block + static_cast<std::size_t>(k) * rows, n);
-        const double below = xk.squaredNorm();
+        const double below = Norm(xk);
         if (below == 0) continue;
         const double top = r_(k, k);
-        const double norm = std::sqrt(top * top + below);
-        const double alpha = top > 0 ? -norm : norm;  // the new diagonal, away from cancellation
-        const double v0 = top - alpha;                // reflector v = [v0; xk], H = I - 2 v v' / v'v
-        const double beta = 2 / (v0 * v0 + below);
+        const double beta = top > 0 ? -std::hypot(top, below) : std::hypot(top, below);  // the new diagonal
+        const double tau = (beta - top) / beta;
+        xk /= top - beta;
         for (int j = k + 1; j < width_; ++j) {
             Eigen::Map<Eigen::VectorXd> xj(block + static_cast<std::size_t>(j) * rows, n);
-            const double s = beta * (v0 * r_(k, j) + xk.dot(xj));
-            r_(k, j) -= s * v0;
+            const double s = tau * (r_(k, j) + xk.dot(xj));
+            r_(k, j) -= s;
             xj -= s * xk;
         }
-        r_(k, k) = alpha;
+        r_(k, k) = beta;
     }
 }
 

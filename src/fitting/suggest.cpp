@@ -96,6 +96,26 @@ std::vector<double> GuessedShapes(const Model& model, const suggest::Samples& s,
 
 }  // namespace
 
+std::vector<double> SuggestedParameters(const DataPoints& data, const Model& model, double xnorm, double ynorm,
+                                        bool weighted, std::vector<std::string>& remarks) {
+    const suggest::Samples s = Normalised(data, xnorm, ynorm);
+    FitProblem fp;
+    fp.model = &model;
+    fp.u = s.u;
+    fp.v = s.v;
+    fp.weights = ResidualWeights(fp.v, weighted);
+    fp.start = GuessedShapes(model, s, remarks);
+    std::vector<double> p = BestLinearFor(fp);
+    if (p.empty()) {
+        p = fp.start;
+        remarks.push_back("the offset and amplitudes could not be solved for at the proposed shapes");
+    }
+    // The dispersive part of a modified Lorentzian starts from a plain peak.
+    if (model.kind().id == model::ModifiedLorentzian)
+        for (int i = 1; i <= model.terms(); ++i) p[static_cast<std::size_t>(model.index(3, i))] = 0;
+    return p;
+}
+
 Suggestion SuggestStart(const DataPoints& data, int modelId, int terms, double xnorm, double ynorm, bool weighted) {
     Suggestion out;
     if (xnorm == 0) {
@@ -107,23 +127,7 @@ Suggestion SuggestStart(const DataPoints& data, int modelId, int terms, double x
         out.answers[7] = FormatShort(ynorm, 5);
     }
     const Model model(*FindModelKind(modelId), terms);
-    const suggest::Samples s = Normalised(data, xnorm, ynorm);
-
-    FitProblem fp;
-    fp.model = &model;
-    fp.u = s.u;
-    fp.v = s.v;
-    fp.weights = ResidualWeights(fp.v, weighted);
-    fp.start = GuessedShapes(model, s, out.remarks);
-    std::vector<double> p = BestLinearFor(fp);
-    if (p.empty()) {
-        p = fp.start;
-        out.remarks.push_back("the offset and amplitudes could not be solved for at the proposed shapes");
-    }
-    // The dispersive part of a modified Lorentzian starts from a plain peak.
-    if (modelId == model::ModifiedLorentzian)
-        for (int i = 1; i <= terms; ++i) p[static_cast<std::size_t>(model.index(3, i))] = 0;
-
+    const std::vector<double> p = SuggestedParameters(data, model, xnorm, ynorm, weighted, out.remarks);
     if (model.kind().hasOffset) out.answers[8] = FormatShort(p[0], 5);
     for (std::size_t g = 0; g < model.kind().groups.size(); ++g) {
         std::vector<double> values;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "fitting/data_file.h"
+#include "fitting/models.h"
 
 namespace quillet::fitting {
 
@@ -19,5 +20,9 @@ struct Suggestion {
 // the largest |x| and |y| is proposed too. The shapes (widths, centres, rates, frequencies,
 // decays) come from the data; offset and amplitudes are then the best for those shapes.
 Suggestion SuggestStart(const DataPoints& data, int modelId, int terms, double xnorm, double ynorm, bool weighted);
+
+// The same proposal as normalised parameters laid out as `model` lays them out.
+std::vector<double> SuggestedParameters(const DataPoints& data, const Model& model, double xnorm, double ynorm,
+                                        bool weighted, std::vector<std::string>& remarks);
 
 }  // namespace quillet::fitting
