@@ -18,13 +18,6 @@ namespace {
 // Full width at half height of a Gaussian in standard deviations: 2 sqrt(2 ln 2).
 constexpr double kFwhmPerSigma = 2.3548200450309493;
 
-double PowerOfTenNear(double largest) { return largest > 0 ? std::pow(10.0, std::round(std::log10(largest))) : 1; }
-
-double LargestMagnitude(const std::vector<double>& values) {
-    double m = 0;
-    for (double v : values) m = std::max(m, std::fabs(v));
-    return m;
-}
 
 suggest::Samples Normalised(const DataPoints& d, double xnorm, double ynorm) {
     std::vector<std::size_t> order(d.x.size());
@@ -96,6 +89,12 @@ std::vector<double> GuessedShapes(const Model& model, const suggest::Samples& s,
 
 }  // namespace
 
+double NormalisationFor(const std::vector<double>& values) {
+    double largest = 0;
+    for (double v : values) largest = std::max(largest, std::fabs(v));
+    return largest > 0 ? std::pow(10.0, std::round(std::log10(largest))) : 1;
+}
+
 std::vector<double> SuggestedParameters(const DataPoints& data, const Model& model, double xnorm, double ynorm,
                                         bool weighted, std::vector<std::string>& remarks) {
     const suggest::Samples s = Normalised(data, xnorm, ynorm);
@@ -119,11 +118,11 @@ std::vector<double> SuggestedParameters(const DataPoints& data, const Model& mod
 Suggestion SuggestStart(const DataPoints& data, int modelId, int terms, double xnorm, double ynorm, bool weighted) {
     Suggestion out;
     if (xnorm == 0) {
-        xnorm = PowerOfTenNear(LargestMagnitude(data.x));
+        xnorm = NormalisationFor(data.x);
         out.answers[6] = FormatShort(xnorm, 5);
     }
     if (ynorm == 0) {
-        ynorm = PowerOfTenNear(LargestMagnitude(data.y));
+        ynorm = NormalisationFor(data.y);
         out.answers[7] = FormatShort(ynorm, 5);
     }
     const Model model(*FindModelKind(modelId), terms);

@@ -21,6 +21,9 @@ struct Suggestion {
 // decays) come from the data; offset and amplitudes are then the best for those shapes.
 Suggestion SuggestStart(const DataPoints& data, int modelId, int terms, double xnorm, double ynorm, bool weighted);
 
+// A power of ten near the largest |value|: the normalisation proposed for a blank answer.
+double NormalisationFor(const std::vector<double>& values);
+
 // The same proposal as normalised parameters laid out as `model` lays them out.
 std::vector<double> SuggestedParameters(const DataPoints& data, const Model& model, double xnorm, double ynorm,
                                         bool weighted, std::vector<std::string>& remarks);
