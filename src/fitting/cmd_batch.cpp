@@ -14,7 +14,7 @@
 namespace quillet::cli {
 namespace {
 
-// Ctrl+C lets the fits under way finish and the table be written; only a signal handler may
+// Ctrl+C (or a polite kill) lets the fits under way finish and the table be written; only a signal handler may
 // set it, hence the one flag outside any object.
 std::atomic<bool> interrupted{false};
 
@@ -83,6 +83,7 @@ int RunBatch(const std::vector<std::string>& args) {
         request.dataFiles.insert(request.dataFiles.begin(), positional.begin() + 1, positional.end());
         if (request.dataFiles.empty()) return UsageError(cmd, "expects at least one DATAFILE");
         std::signal(SIGINT, Interrupt);
+        std::signal(SIGTERM, Interrupt);
         bool allConverged = true;
         const auto table = fitting::RunSeries(
             request, cwd,

@@ -216,6 +216,70 @@ SeriesTable RunSeries(const SeriesRequest& request, const std::string& currentFo
     return table;
 }
 
+std::string SeriesTablePath(const std::string& responseFile, const std::string& currentFolder) {
+    const fs::path response = Absolute(responseFile, currentFolder);
+    return (response.parent_path() / "output" / (Stem(response) + ".series.csv")).string();
+}
+
+namespace {
+
+// The fields of one CSV line, quotes undone.
+std::vector<std::string> CsvFields(const std::string& line) {
+    std::vector<std::string> fields(1);
+    bool quoted = false;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        const char c = line[i];
+        if (quoted && c == '"' && i + 1 < line.size() && line[i + 1] == '"') fields.back() += '"', ++i;
+        else if (c == '"') quoted = !quoted;
+        else if (c == ',' && !quoted) fields.emplace_back();
+        else if (c != '\r' || quoted) fields.back() += c;
+    }
+    return fields;
+}
+
+double CsvValue(const std::vector<std::string>& fields, std::size_t i) {
+    const auto v = i < fields.size() ? ParseNumber(fields[i]) : std::nullopt;
+    return v ? *v : std::nan("");
+}
+
+}  // namespace
+
+SeriesTable ReadSeriesCsv(const std::string& path) {
+    std::string text;
+    try {
+        text = ReadWholeFile(path);
+    } catch (const RuntimeError& e) {
+        throw FitInputError("The series table \"" + path + "\" cannot be read: " + e.description() + ".");
+    }
+    std::istringstream in(text);
+    std::string line;
+    SeriesTable table;
+    table.path = path;
+    std::getline(in, line);
+    const std::vector<std::string> header = CsvFields(line);
+    constexpr std::size_t kFirstParameter = 8;
+    for (std::size_t i = kFirstParameter; i + 1 < header.size(); i += 2) table.parameterNames.push_back(header[i]);
+    while (std::getline(in, line)) {
+        const std::vector<std::string> f = CsvFields(line);
+        if (f.size() < 4) continue;
+        SeriesRow row;
+        row.index = static_cast<std::size_t>(CsvValue(f, 0));
+        row.dataFile = f[1];
+        row.verdict = f[2];
+        row.reason = f[3];
+        row.iterations = static_cast<int>(f.size() > 4 ? CsvValue(f, 4) : 0);
+        row.rss = CsvValue(f, 5);
+        row.stddev = CsvValue(f, 6);
+        row.rSquared = CsvValue(f, 7);
+        for (std::size_t k = 0; k < table.parameterNames.size() && f.size() > kFirstParameter; ++k) {
+            row.values.push_back(CsvValue(f, kFirstParameter + 2 * k));
+            row.errors.push_back(CsvValue(f, kFirstParameter + 2 * k + 1));
+        }
+        table.rows.push_back(std::move(row));
+    }
+    return table;
+}
+
 std::string MergeSeriesShards(const std::string& responseFile, const std::string& currentFolder) {
     const fs::path response = Absolute(responseFile, currentFolder);
     const fs::path output = response.parent_path() / "output";

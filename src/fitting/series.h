@@ -46,6 +46,13 @@ SeriesTable RunSeries(const SeriesRequest& request, const std::string& currentFo
 // Raises FitInputError when there are none or they do not match.
 std::string MergeSeriesShards(const std::string& responseFile, const std::string& currentFolder);
 
+// Where the series table of `responseFile` is written (no shard).
+std::string SeriesTablePath(const std::string& responseFile, const std::string& currentFolder);
+
+// A table written by RunSeries or MergeSeriesShards, read back. Raises FitInputError when it
+// cannot be read.
+SeriesTable ReadSeriesCsv(const std::string& path);
+
 // The table as CSV: index, data file, verdict, reason, iterations, RSS, standard deviation,
 // R squared, then each parameter and its standard error.
 std::string SeriesCsv(const SeriesTable& table);

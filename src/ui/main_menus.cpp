@@ -43,6 +43,7 @@ void frmMain::BuildMenus() {
         {{"mnuFileDelete", "&Delete ..."}, command(FileDelete)},
         {{"mnuFileSeperater", nullptr}, nullptr},
         {{"mnuFileSubmit", "Submit &Run"}, command(cmdSubmit_Click)},
+        {{"mnuFileSeries", "Fit a Series of Data &Files..."}, [this] { ChooseSeries(); }},
         {{"mnuFileSeperater2", nullptr}, nullptr},
         {{"mnuFileExit", "E&xit"}, command(exitWin)},
     };

@@ -30,6 +30,9 @@ public:
     void OpenDocument(const std::string& menu);
     void OpenWebEntry(const std::string& menu);
     void OpenSourceInEditor();
+    // File > "Fit a Series of Data Files...": data files chosen, then fitted in the run window.
+    void ChooseSeries();
+    void FitSeries(const QStringList& dataFiles);
 
 protected:
     void closeEvent(QCloseEvent* event) override;

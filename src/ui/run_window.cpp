@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "run/command_line.h"
@@ -26,7 +27,13 @@ RunWindow::RunWindow(QWidget* parent) : QDialog(parent) {
     stop_ = buttons->addButton("&Stop", QDialogButtonBox::DestructiveRole);
     close_ = buttons->addButton(QDialogButtonBox::Close);
     close_->setEnabled(false);
-    connect(stop_, &QPushButton::clicked, this, [this] { process_.kill(); });
+    // Asked to stop first (a series then writes the table of what it fitted), then made to.
+    connect(stop_, &QPushButton::clicked, this, [this] {
+        process_.terminate();
+        QTimer::singleShot(3000, this, [this] {
+            if (running()) process_.kill();
+        });
+    });
     connect(close_, &QPushButton::clicked, this, &QDialog::accept);
 
     auto* layout = new QVBoxLayout(this);

@@ -97,6 +97,8 @@ TEST_F(Series, ABadFileFailsItsRowWithTheReasonAndTheOthersGoOn) {
     EXPECT_NE(csv.find("\r\n2,b.dat,failed,\"Line 4 of the data file \"\"" + dir / "b.dat" + "\"\" holds \"\"oops\"\", which is not a number.\"\r\n3,c.dat,converged,"),
               std::string::npos)
         << csv;
+    // The table reads back as it was written, quoted reasons and failed rows included.
+    EXPECT_EQ(SeriesCsv(ReadSeriesCsv(table.path)), csv);
 }
 
 TEST_F(Series, ShardsMergeIntoTheTableOfOneRun) {
