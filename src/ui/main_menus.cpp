@@ -44,7 +44,7 @@ void frmMain::BuildMenus() {
         {{"mnuFileSeperater", nullptr}, nullptr},
         {{"mnuFileSubmit", "Submit &Run"}, command(cmdSubmit_Click)},
         {{"mnuFileSeperater2", nullptr}, nullptr},
-        {{"mnuFileExit", "E&xit"}, command(exitWin)},
+        {{"mnuFileExit", "E&xit"}, [this] { binder_.Call([](AppState& s) { CloseProgram(s); }); }},
     };
     for (const auto& [e, run] : fileEntries)
         if (QAction* a = Add(file, e); run) connect(a, &QAction::triggered, this, run);

@@ -53,8 +53,17 @@ void frmMain::ShowTab(Tab tab) {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
-    if (!state().env.quitRequested) exitWin(state());
-    event->accept();
+    // A routine that ended the program has already run the exit routine.
+    if (state().env.quitRequested) {
+        event->accept();
+        return;
+    }
+    const bool ends = CloseProgram(state());
+    binder_.Refresh();
+    if (ends)
+        event->accept();
+    else
+        event->ignore();
 }
 
 void frmMain::OpenLastOutput() {

@@ -101,6 +101,20 @@ TEST_F(Menus, ClosingTheWindowRunsTheExitRoutine) {
     EXPECT_TRUE(s.env.quitRequested);
 }
 
+TEST_F(Menus, ClosingWithUnsavedAnswersAsksFirstAndCancelKeepsTheWindowOpen) {
+    window->binder().Call([](AppState& st) { st.DataChanged = true; });
+    dialogs.Answer(mb::Cancel);
+    window->close();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_FALSE(s.env.quitRequested);
+    EXPECT_EQ(dialogs.boxes.at(0).text, "Save changes to 'New data' before closing?");
+
+    dialogs.Answer(mb::No);
+    Action("mnuFileExit")->trigger();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_TRUE(s.env.quitRequested);
+}
+
 TEST_F(Menus, ExitRunsTheExitRoutineAndClosesTheWindow) {
     Action("mnuFileExit")->trigger();
     EXPECT_TRUE(s.env.quitRequested);
