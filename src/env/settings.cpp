@@ -58,9 +58,21 @@ void MakeFolder(const std::string& path) {
     throw ErrorFromErrno(e, true);
 }
 
-// Only folders relative to the program folder are kept.
 bool IsAbsolute(const std::string& path) {
     return (path.size() > 1 && path[1] == ':') || StartsWith(path, "/");
+}
+
+// The stored user path that start-up keeps. On Windows only folders relative to the program
+// folder are kept. On Linux a person's files live outside the program folder, so an absolute
+// folder that still exists is kept too.
+bool KeepsUserPath([[maybe_unused]] Env& env, const std::string& path) {
+    if (path.empty()) return false;
+    if (!IsAbsolute(path)) return true;
+#ifdef _WIN32
+    return false;
+#else
+    return StartsWith(path, "/") && dirExists(env, path);
+#endif
 }
 
 }  // namespace
@@ -139,7 +151,7 @@ std::string GetFileInRegistry(Env& env, std::string& userPath) {
         Try(
             [&] {
                 std::string path = ReadText(env, kProduct, "userPath");
-                userPath = path.empty() || IsAbsolute(path) ? "demos" : path;
+                userPath = KeepsUserPath(env, path) ? path : "demos";
             },
             report);
         env.parentDir = JoinPath(env.programDir, "..");
@@ -184,6 +196,10 @@ void PutPlotFileInRegistry(Env& env, const std::string& plotFile) {
     Try([&] { WriteText(env, kCompany, "ProgramPath", "\\Quillet"); }, report);
     if (!plotFile.empty()) Try([&] { WriteText(env, kCompany, "plotFile", plotFile); }, report);
     ShowRegistryNotices(env);
+}
+
+std::string UserFolder(const Env& env, const std::string& userPath) {
+    return IsAbsolute(userPath) ? userPath : JoinPath(env.programDir, userPath);
 }
 
 std::string StripProgramFolder(const Env& env, const std::string& folder) {

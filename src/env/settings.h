@@ -26,7 +26,8 @@ std::int16_t GetRunCount(Env& env);
 void Start_INI(Env& env, std::string& runMode);
 
 // The last response file's name without its folder ("" when the product key is missing);
-// restores `userPath` (relative; "demos" when empty or absolute) and the parent folder.
+// restores `userPath` and the parent folder. `userPath` is "demos" when the stored one is
+// empty or absolute, except on Linux for an absolute folder that exists, which is kept.
 std::string GetFileInRegistry(Env& env, std::string& userPath);
 
 // Stores the current response file name and the user path.
@@ -43,6 +44,9 @@ std::string PlotFileNameFor(const std::string& fileName);
 void MakePlotFileName(Env& env, const std::string& fileName);
 // Stores the program folder's name and, when `plotFile` is not empty, the plot file.
 void PutPlotFileInRegistry(Env& env, const std::string& plotFile);
+
+// The folder a user path names: a relative one lies in the program folder.
+std::string UserFolder(const Env& env, const std::string& userPath);
 
 // `folder` with the first "<program folder><sep>" in it removed, ignoring case.
 std::string StripProgramFolder(const Env& env, const std::string& folder);

@@ -64,7 +64,7 @@ void Form_Load(AppState& s) {
 
     s.CurrentFile.clear();
     std::string name = GetFileInRegistry(s.env, s.UserPath);
-    const std::string folder = JoinPath(s.env.programDir, s.UserPath);
+    const std::string folder = UserFolder(s.env, s.UserPath);
     std::error_code ec;
     if (std::filesystem::is_directory(folder, ec)) s.env.currentFolder = folder;
     name = ReopenLastFile(s, name, folder);
