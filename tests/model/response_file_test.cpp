@@ -156,6 +156,21 @@ TEST_F(ResponseFileTest, AHandWrittenFileRelabelsTheFormAndReadsOnlyAnUpperCaseS
     EXPECT_EQ(s.rec.SolverValues[1], "");
 }
 
+TEST_F(ResponseFileTest, ANoteThatReadsMinus999IsEmptyWhateverTabsSurroundIt) {
+    struct Case {
+        const char* line;
+        const char* note;
+    };
+    for (const Case& c : {Case{"\t-999  \t\t! 20. \xBB Note1", ""}, Case{"-999\t\t!", ""}, Case{"\t-999\t", ""},
+                          Case{"\t-9990\t\t! 20. \xBB Note1", "-9990"}, Case{"\tfirst\t\t! note", "first"}}) {
+        PutFile("n.Fit", std::string("n\r\nd.dat\r\nPower\r\n1\r\n10\r\n1\r\n1\r\n1\r\n0\r\n1\r\nN\r\n") + c.line +
+                             "\r\n" + c.line + "\r\nN\r\n");
+        ReadInto(dir.path(), "n.Fit");
+        EXPECT_EQ(s.rec.Note1, c.note) << c.line;
+        EXPECT_EQ(s.rec.Note2, c.note) << c.line;
+    }
+}
+
 TEST_F(ResponseFileTest, MissingFolderShowsTheCriticalMessage) {
     dialogs.Answer(mb::OK);
     FillForm("Power");
