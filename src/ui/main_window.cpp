@@ -1,11 +1,15 @@
 #include "ui/main_window.h"
 
 #include <QCloseEvent>
+#include <QFileInfo>
 #include <QProcess>
 #include <QScreen>
 #include <QTabWidget>
 
+#include <filesystem>
+
 #include "env/paths.h"
+#include "model/catalogue.h"
 #include "model/startup.h"
 #include "run/launcher.h"
 #include "ui/calculator_page.h"
@@ -90,7 +94,20 @@ void frmMain::OpenManualSection(const QString& heading) {
 
 void frmMain::OpenDocument(const std::string& menu) {
     const DocumentLink* doc = FindDocument(menu);
-    if (doc && state().env.shell) state().env.shell->Open(DocumentPath(state().env, *doc), "Open");
+    if (!doc || !state().env.shell) return;
+    const std::string path = DocumentPath(state().env, *doc);
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(path, ec)) {
+        // The program carries the manual itself; any other document is only on disk.
+        if (menu == "mnuHelpManual")
+            OpenManualSection("Quillet Manual");
+        else
+            state().env.dialogs->MsgBox("The document '" + path + "' is missing.  Installing " + kProductName +
+                                            " again puts it back.",
+                                        mb::Exclamation, kProductName);
+        return;
+    }
+    state().env.shell->Open(path, "Open");
 }
 
 void frmMain::OpenWebEntry(const std::string& menu) {
@@ -104,8 +121,18 @@ void frmMain::OpenWebEntry(const std::string& menu) {
 
 void frmMain::OpenSourceInEditor() {
     const Env& env = state().env;
-    QProcess::startDetached(QString::fromStdString(JoinPath(env.parentDir, "MyEditor")),
-                            {QString::fromStdString(JoinPath(env.programDir, "Fit4user.mv"))});
+    const std::string editor = JoinPath(env.parentDir, "MyEditor");
+    const std::string source = JoinPath(env.programDir, "Fit4user.mv");
+    std::string missing;
+    if (!QFileInfo(QString::fromStdString(editor)).isExecutable())
+        missing = "The editor script '" + editor + "' is missing.";
+    else if (!QFileInfo::exists(QString::fromStdString(source)))
+        missing = "The solver's source '" + source + "' is missing.";
+    else if (!QProcess::startDetached(QString::fromStdString(editor), {QString::fromStdString(source)}))
+        missing = "The editor script '" + editor + "' could not be started.";
+    if (!missing.empty())
+        env.dialogs->MsgBox(missing + "  Installing " + kProductName + " again puts it back.", mb::Exclamation,
+                            kProductName);
 }
 
 }  // namespace quillet::ui

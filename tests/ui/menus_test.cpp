@@ -65,6 +65,8 @@ TEST_F(Menus, EntriesOpenTheirDocumentOrAddressOrTheManualSectionThatStandsInFor
         {"mnuHelpManual", program + "/manual.pdf"},
         {"mnuWebLinkEd", "https://notepad-plus-plus.org/"},
     };
+    WriteBytes(program + "/../Morvane-flyer.pdf", "%PDF");
+    WriteBytes(program + "/manual.pdf", "%PDF");
     for (const auto& [menu, target] : opened) {
         shell.opened.clear();
         Action(menu)->trigger();
@@ -78,6 +80,24 @@ TEST_F(Menus, EntriesOpenTheirDocumentOrAddressOrTheManualSectionThatStandsInFor
     ASSERT_NE(manual, nullptr);
     EXPECT_EQ(manual->currentHeading(), "Collaboration");
     EXPECT_FALSE(Action("mnuWebLinkApp")->isEnabled());
+}
+
+TEST_F(Menus, AMissingDocumentOrEditorScriptIsReportedAndAMissingManualShowsTheOneBuiltIn) {
+    dialogs.Answer(mb::OK).Answer(mb::OK);
+    Action("mnuHelpDonate")->trigger();
+    Action("mnuHelpSource")->trigger();
+    ASSERT_EQ(dialogs.boxes.size(), 2u);
+    EXPECT_EQ(dialogs.boxes[0].text,
+              "The document '" + program + "/../donate.html' is missing.  Installing Quillet again puts it back.");
+    EXPECT_EQ(dialogs.boxes[1].text,
+              "The editor script '" + program + "/../MyEditor' is missing.  Installing Quillet again puts it back.");
+    EXPECT_EQ(dialogs.boxes[1].style, mb::Exclamation);
+
+    Action("mnuHelpManual")->trigger();
+    EXPECT_TRUE(shell.opened.empty());
+    auto* manual = Showing<ui::ManualWindow>();
+    ASSERT_NE(manual, nullptr);
+    EXPECT_EQ(manual->currentHeading(), "Quillet Manual");
 }
 
 TEST_F(Menus, AboutAndEmailShowTheVersionAndEmailOpensAMessageWithTheSubject) {
