@@ -77,6 +77,49 @@ bool KeepsUserPath([[maybe_unused]] Env& env, const std::string& path) {
 
 }  // namespace
 
+namespace {
+
+std::vector<std::string> StoredRecentFiles(Env& env) {
+    std::vector<std::string> files;
+    // A program state without a settings store (the command-line companion) keeps none.
+    if (!env.registry) return files;
+    for (int i = 1; i <= kRecentFileCount; ++i) {
+        std::string path;
+        Try([&] { path = ReadText(env, kProduct, "Recent" + std::to_string(i)); }, UnexpectedError(env, "GetRecentFiles"));
+        if (!path.empty()) files.push_back(path);
+    }
+    return files;
+}
+
+}  // namespace
+
+std::vector<std::string> GetRecentFiles(Env& env) {
+    std::vector<std::string> files;
+    for (const std::string& path : StoredRecentFiles(env)) {
+        std::error_code ec;
+        if (std::filesystem::is_regular_file(path, ec)) files.push_back(path);
+    }
+    ShowRegistryNotices(env);
+    return files;
+}
+
+void PutRecentFile(Env& env, const std::string& path) {
+    if (!env.registry) return;
+    const std::vector<std::string> stored = StoredRecentFiles(env);
+    std::vector<std::string> files = stored;
+    std::erase(files, path);
+    files.insert(files.begin(), path);
+    files.resize(std::min<std::size_t>(files.size(), kRecentFileCount));
+    Report report = UnexpectedError(env, "PutRecentFile");
+    Try([&] { EnsureKey(env, kProduct); }, report);
+    // Only the slots that change are written: each write replaces the whole store.
+    for (std::size_t at = 0; at < files.size(); ++at) {
+        if (at < stored.size() && stored[at] == files[at]) continue;
+        Try([&] { WriteText(env, kProduct, "Recent" + std::to_string(at + 1), files[at]); }, report);
+    }
+    ShowRegistryNotices(env);
+}
+
 void ShowRegistryNotices(Env& env) {
     for (const std::string& notice : env.registry->TakeNotices())
         env.dialogs->MsgBox(notice, mb::Exclamation, "Quillet");

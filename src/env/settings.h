@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "env/env.h"
 
@@ -55,6 +56,13 @@ std::string StripProgramFolder(const Env& env, const std::string& folder);
 // demo), the counter goes up by one and is stored while it is above -9.
 void SaveSettingsAtExit(Env& env, const std::string& runMode, const std::string& dataFolder,
                         std::string& userPath, std::int16_t& runCount);
+
+// File > Recent Files: the response files last opened or saved, newest first, at most 8, kept
+// in the product key as "Recent1" to "Recent8". Files that no longer exist are left out.
+inline constexpr int kRecentFileCount = 8;
+std::vector<std::string> GetRecentFiles(Env& env);
+// Puts `path` first; a path already in the list moves up, the oldest beyond 8 goes.
+void PutRecentFile(Env& env, const std::string& path);
 
 // Shows what the registry has to say about its own store (a damaged file set aside).
 void ShowRegistryNotices(Env& env);

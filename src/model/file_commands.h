@@ -10,6 +10,12 @@ namespace quillet {
 bool SaveIfChanged(AppState& s, bool changed);
 void FileNew(AppState& s);
 void FileOld(AppState& s);
+// Opens `path` as Open does once its dialog has chosen it (the save question comes first):
+// File > Recent Files and a response file dropped on the window.
+void OpenResponseFile(AppState& s, const std::string& path);
+// A file dropped on the window: a response file opens; anything else opens nothing, and the
+// person is told why.
+void DropFile(AppState& s, const std::string& path);
 void FileSave(AppState& s);
 // True when the answers were written.
 bool FileSaveAs(AppState& s);

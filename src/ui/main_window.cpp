@@ -1,6 +1,10 @@
 #include "ui/main_window.h"
 
 #include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QUrl>
 #include <QFileInfo>
 #include <QProcess>
 #include <QScreen>
@@ -10,6 +14,7 @@
 
 #include "env/paths.h"
 #include "model/catalogue.h"
+#include "model/file_commands.h"
 #include "model/startup.h"
 #include "run/launcher.h"
 #include "ui/calculator_page.h"
@@ -29,10 +34,12 @@ frmMain::frmMain(AppState& s, QWidget* parent) : QMainWindow(parent), binder_(s,
     tabs_->addTab(BuildSolverPage(), "Solver Varia&bles");
     tabs_->addTab(new CalculatorPage(binder_, this), "&Calculator");
     demos_ = new DemosPage(binder_, this);
-    tabs_->addTab(demos_, "&Demos");
+    // Alt+D belongs to the Demos menu.
+    tabs_->addTab(demos_, "D&emos");
     tabs_->addTab(BuildTipsPage(), "&Tips");
     setCentralWidget(tabs_);
     BuildMenus();
+    setAcceptDrops(true);
 
     connect(tabs_, &QTabWidget::currentChanged, this,
             [this](int i) { binder_.Call([i](AppState& st) { st.form.activeTab = static_cast<Tab>(i); }); });
@@ -68,6 +75,25 @@ void frmMain::closeEvent(QCloseEvent* event) {
         event->accept();
     else
         event->ignore();
+}
+
+// Files dropped on the window: the first local one is taken.
+static QString DroppedFile(const QMimeData* mime) {
+    if (!mime || !mime->hasUrls()) return {};
+    for (const QUrl& url : mime->urls())
+        if (url.isLocalFile()) return url.toLocalFile();
+    return {};
+}
+
+void frmMain::dragEnterEvent(QDragEnterEvent* event) {
+    if (!DroppedFile(event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void frmMain::dropEvent(QDropEvent* event) {
+    const std::string path = DroppedFile(event->mimeData()).toStdString();
+    if (path.empty()) return;
+    event->acceptProposedAction();
+    binder_.Call([&path](AppState& s) { DropFile(s, path); });
 }
 
 void frmMain::OpenLastOutput() {
