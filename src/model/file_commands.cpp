@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 
 #include "env/errors.h"
 #include "env/paths.h"
@@ -105,6 +106,7 @@ void OpenChosen(AppState& s, const std::string& chosen) {
     ShowFilename(s);
     s.DataChanged = false;
     PutRecentFile(s.env, JoinPath(s.UserDir, s.CurrentFile));
+    ShowOutputInCalculator(s);
 }
 
 }  // namespace
@@ -208,6 +210,12 @@ void FileDelete(AppState& s) {
 void ShowFilename(AppState& s) {
     const std::string program = std::string(kProductName) + ", a Calculus-level program";
     s.form.caption = s.CurrentFile.empty() ? program : s.CurrentFile + " ... " + program;
+}
+
+void ShowOutputInCalculator(AppState& s) {
+    const std::string output = JoinPath(s.UserDir, "output");
+    std::error_code ec;
+    if (std::filesystem::is_directory(output, ec)) s.form.calcFolder = output;
 }
 
 void SetCurrentFile(AppState& s, const std::string& name) {

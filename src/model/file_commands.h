@@ -22,6 +22,9 @@ bool FileSaveAs(AppState& s);
 void FileDelete(AppState& s);
 // Puts the current file name into the main form's caption.
 void ShowFilename(AppState& s);
+// The calculator's folder list shows the output folder beside the current response file, where
+// runs leave their model files, when there is one.
+void ShowOutputInCalculator(AppState& s);
 // Makes `name` current: CurrentFile gets the file name, UserDir its folder.
 void SetCurrentFile(AppState& s, const std::string& name);
 

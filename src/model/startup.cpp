@@ -77,6 +77,7 @@ void Form_Load(AppState& s) {
     s.form.cboPatterns.listIndex = 0;
     s.form.cboPatterns.text = s.form.cboPatterns.items[0];
     s.form.calcFolder = folder;
+    ShowOutputInCalculator(s);
 
     RegisterFileTypesOnFirstStart(s.env, s.RunCount, s.env.parentDir);
     s.form.lblInstructions = Instructions();

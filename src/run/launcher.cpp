@@ -134,6 +134,8 @@ void FileRun(AppState& s) {
         s.form.cmdPlots.enabled = true;
         s.CommandLine = JoinPath(s.env.programDir, RunScriptName()) + " " + args;
         s.env.runner->Run(s.CommandLine, s.env.currentFolder, !s.form.AutoExit.value);
+        // The run's model file is what the calculator evaluates next.
+        s.form.calcFolder = OutputFolder(s);
     } catch (const RuntimeError&) {
         ReportMissing(s, "exitWin");
     }

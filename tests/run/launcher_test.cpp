@@ -66,6 +66,7 @@ TEST_F(Launcher, UserFolderOutsideTheProgramFolderStaysAFullPath) {
     FileRun2(s);
     EXPECT_EQ(RunLog(), outside + "\n[b.Fit]\n[" + outside + "]\n[wait]\n");
     EXPECT_TRUE(fs::is_directory(outside + "/output"));
+    EXPECT_EQ(s.form.calcFolder, NativePath(outside + "/output"));
     EXPECT_EQ(RegText("Software\\Vantorel\\Quillet", "userPath"), outside);
 }
 
