@@ -2,7 +2,9 @@
 # Installs a built Quillet for the person who runs it:
 #   - the program folder PREFIX/Quillet (the build's program folder, without its run output;
 #     an existing User folder is kept);
-#   - in the parent folder PREFIX: the MyEditor script, Morvane-flyer.pdf and donate.html;
+#   - in the parent folder PREFIX, where the program looks one folder up from its own: the
+#     MyEditor script, Morvane-flyer.pdf and donate.html (the build puts them in the build
+#     folder, the parent of its program folder);
 #   - a menu entry and icon for Quillet, and the file types .Fit, .Out and .MV opened by MyEditor.
 # usage: scripts/install-desktop.sh [--build DIR] [--prefix DIR]   (default prefix: ~/Vantorel)
 set -euo pipefail
@@ -13,13 +15,13 @@ while [ $# -gt 0 ]; do
   case "$1" in
     --build) build=$2; shift 2 ;;
     --prefix) prefix=$2; shift 2 ;;
-    -h | --help) sed -n '2,8p' "$0"; exit 0 ;;
+    -h | --help) sed -n '2,10p' "$0"; exit 0 ;;
     *) echo "install-desktop.sh: unknown argument '$1'" >&2; exit 2 ;;
   esac
 done
 
 built="$build/Quillet"
-if [ ! -x "$built/quillet" ] || [ ! -f "$build/parent/MyEditor" ]; then
+if [ ! -x "$built/quillet" ] || [ ! -f "$build/MyEditor" ]; then
   echo "install-desktop.sh: no built program in $built; run scripts/build.sh first." >&2
   exit 1
 fi
@@ -34,8 +36,10 @@ program="$prefix/Quillet"
 
 mkdir -p "$program/User"
 (cd "$built" && tar -cf - --exclude=./User --exclude='./*/output' --exclude=./output .) | (cd "$program" && tar -xf -)
-install -m 0644 "$build/parent/Morvane-flyer.pdf" "$build/parent/donate.html" "$prefix/"
-install -m 0755 "$build/parent/MyEditor" "$prefix/MyEditor"
+# The examples stay read-only, so that Save never overwrites one.
+chmod a-w "$program"/demos/Ex*.Fit
+install -m 0644 "$build/Morvane-flyer.pdf" "$build/donate.html" "$prefix/"
+install -m 0755 "$build/MyEditor" "$prefix/MyEditor"
 
 data="${XDG_DATA_HOME:-$HOME/.local/share}"
 install -D -m 0644 "$root/dist/linux/quillet.svg" "$data/icons/hicolor/scalable/apps/quillet.svg"

@@ -1,9 +1,12 @@
+#include <dirent.h>
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <string>
+#include <vector>
 
 #include "env/errors.h"
 #include "env/files.h"
@@ -41,6 +44,44 @@ static std::string FolderOf(const std::string& path) {
     return cut == 0 ? "/" : path.substr(0, cut);
 }
 
+// The temporary file of a save: hidden beside its target, named after the writing process so
+// that two programs saving the same file never share one.
+static std::string TemporaryName(const std::string& path, long pid) {
+    const auto cut = path.find_last_of('/');
+    const std::string folder = cut == std::string::npos ? "" : path.substr(0, cut + 1);
+    const std::string name = cut == std::string::npos ? path : path.substr(cut + 1);
+    return folder + "." + name + ".~tmp" + std::to_string(pid);
+}
+
+// The process id that ends `entry` after `prefix`, or -1 when it does not end so.
+static long PidAfter(const std::string& entry, const std::string& prefix) {
+    if (entry.size() <= prefix.size() || entry.compare(0, prefix.size(), prefix) != 0) return -1;
+    const std::string digits = entry.substr(prefix.size());
+    if (digits.size() > 9 || digits.find_first_not_of("0123456789") != std::string::npos) return -1;
+    return std::stol(digits);
+}
+
+// A save killed between writing and renaming leaves its temporary file behind; the next save of
+// the same target removes those whose process has ended. One of a process still alive is its
+// save in progress and stays. Earlier versions put the same name without the leading ".".
+static void RemoveStaleTemporaries(const std::string& path) {
+    const std::string folder = FolderOf(path);
+    const auto cut = path.find_last_of('/');
+    const std::string name = cut == std::string::npos ? path : path.substr(cut + 1);
+    DIR* dir = ::opendir(folder.c_str());
+    if (!dir) return;
+    std::vector<std::string> stale;
+    while (const dirent* e = ::readdir(dir)) {
+        const std::string entry = e->d_name;
+        long pid = PidAfter(entry, "." + name + ".~tmp");
+        if (pid < 0) pid = PidAfter(entry, name + ".~tmp");
+        if (pid <= 0 || pid == ::getpid()) continue;
+        if (::kill(static_cast<pid_t>(pid), 0) != 0 && errno == ESRCH) stale.push_back(entry);
+    }
+    ::closedir(dir);
+    for (const std::string& entry : stale) ::unlink((folder + "/" + entry).c_str());
+}
+
 void WriteFileAtomically(const std::string& path, const std::string& bytes) {
     WriteFileAtomically(path, [&](const ByteSink& sink) { sink(bytes); });
 }
@@ -52,7 +93,8 @@ void WriteFileAtomically(const std::string& path, const std::function<void(const
     if (exists && (S_ISDIR(st.st_mode) || (st.st_mode & 0222) == 0 || ::access(path.c_str(), W_OK) != 0))
         Raise(err::PathFileAccess);
 
-    std::string tmp = path + ".~tmp" + std::to_string(::getpid());
+    RemoveStaleTemporaries(path);
+    std::string tmp = TemporaryName(path, ::getpid());
     int fd = ::open(tmp.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, exists ? (st.st_mode & 07777) : 0666);
     if (fd < 0) {
         int e = errno;

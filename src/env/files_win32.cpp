@@ -1,6 +1,8 @@
 #include <windows.h>
 
+#include <cstring>
 #include <string>
+#include <vector>
 
 #include "env/errors.h"
 #include "env/files.h"
@@ -23,6 +25,59 @@ namespace {
         default: Raise(err::DeviceIO);
     }
 }
+
+std::string FolderPart(const std::string& path) {
+    const auto cut = path.find_last_of("\\/");
+    return cut == std::string::npos ? "" : path.substr(0, cut + 1);
+}
+
+std::string NamePart(const std::string& path) {
+    const auto cut = path.find_last_of("\\/");
+    return cut == std::string::npos ? path : path.substr(cut + 1);
+}
+
+// The temporary file of a save: beside its target, named after the writing process so that two
+// programs saving the same file never share one.
+std::string TemporaryName(const std::string& path, DWORD pid) {
+    return FolderPart(path) + "." + NamePart(path) + ".~tmp" + std::to_string(pid);
+}
+
+// The process id that ends `entry` after `prefix`, or 0 when it does not end so.
+DWORD PidAfter(const std::string& entry, const std::string& prefix) {
+    if (entry.size() <= prefix.size() || _strnicmp(entry.c_str(), prefix.c_str(), prefix.size()) != 0) return 0;
+    const std::string digits = entry.substr(prefix.size());
+    if (digits.size() > 9 || digits.find_first_not_of("0123456789") != std::string::npos) return 0;
+    return static_cast<DWORD>(std::stoul(digits));
+}
+
+bool ProcessEnded(DWORD pid) {
+    HANDLE h = OpenProcess(SYNCHRONIZE, FALSE, pid);
+    if (!h) return GetLastError() == ERROR_INVALID_PARAMETER;
+    const bool ended = WaitForSingleObject(h, 0) == WAIT_OBJECT_0;
+    CloseHandle(h);
+    return ended;
+}
+
+// A save killed between writing and renaming leaves its temporary file behind; the next save of
+// the same target removes those whose process has ended. Earlier versions put the same name
+// without the leading ".".
+void RemoveStaleTemporaries(const std::string& path) {
+    const std::string folder = FolderPart(path);
+    const std::string name = NamePart(path);
+    WIN32_FIND_DATAA found;
+    HANDLE find = FindFirstFileA((folder + "*" + name + ".~tmp*").c_str(), &found);
+    if (find == INVALID_HANDLE_VALUE) return;
+    std::vector<std::string> stale;
+    do {
+        const std::string entry = found.cFileName;
+        DWORD pid = PidAfter(entry, "." + name + ".~tmp");
+        if (!pid) pid = PidAfter(entry, name + ".~tmp");
+        if (pid && pid != GetCurrentProcessId() && ProcessEnded(pid)) stale.push_back(entry);
+    } while (FindNextFileA(find, &found));
+    FindClose(find);
+    for (const std::string& entry : stale) DeleteFileA((folder + entry).c_str());
+}
+
 }  // namespace
 
 std::string ReadWholeFile(const std::string& path) {
@@ -45,7 +100,8 @@ void WriteFileAtomically(const std::string& path, const std::function<void(const
     DWORD attrs = GetFileAttributesA(path.c_str());
     bool exists = attrs != INVALID_FILE_ATTRIBUTES;
     if (exists && (attrs & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY))) Raise(err::PathFileAccess);
-    std::string tmp = path + ".~tmp" + std::to_string(GetCurrentProcessId());
+    RemoveStaleTemporaries(path);
+    std::string tmp = TemporaryName(path, GetCurrentProcessId());
     HANDLE h = CreateFileA(tmp.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (h == INVALID_HANDLE_VALUE) RaiseWin32(GetLastError(), true);
     BOOL ok = TRUE;

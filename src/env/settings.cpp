@@ -58,12 +58,67 @@ void MakeFolder(const std::string& path) {
     throw ErrorFromErrno(e, true);
 }
 
-// Only folders relative to the program folder are kept.
 bool IsAbsolute(const std::string& path) {
     return (path.size() > 1 && path[1] == ':') || StartsWith(path, "/");
 }
 
+// The stored user path that start-up keeps. On Windows only folders relative to the program
+// folder are kept. On Linux a person's files live outside the program folder, so an absolute
+// folder that still exists is kept too.
+bool KeepsUserPath([[maybe_unused]] Env& env, const std::string& path) {
+    if (path.empty()) return false;
+    if (!IsAbsolute(path)) return true;
+#ifdef _WIN32
+    return false;
+#else
+    return StartsWith(path, "/") && dirExists(env, path);
+#endif
+}
+
 }  // namespace
+
+namespace {
+
+std::vector<std::string> StoredRecentFiles(Env& env) {
+    std::vector<std::string> files;
+    // A program state without a settings store (the command-line companion) keeps none.
+    if (!env.registry) return files;
+    for (int i = 1; i <= kRecentFileCount; ++i) {
+        std::string path;
+        Try([&] { path = ReadText(env, kProduct, "Recent" + std::to_string(i)); }, UnexpectedError(env, "GetRecentFiles"));
+        if (!path.empty()) files.push_back(path);
+    }
+    return files;
+}
+
+}  // namespace
+
+std::vector<std::string> GetRecentFiles(Env& env) {
+    std::vector<std::string> files;
+    for (const std::string& path : StoredRecentFiles(env)) {
+        std::error_code ec;
+        if (std::filesystem::is_regular_file(path, ec)) files.push_back(path);
+    }
+    ShowRegistryNotices(env);
+    return files;
+}
+
+void PutRecentFile(Env& env, const std::string& path) {
+    if (!env.registry) return;
+    const std::vector<std::string> stored = StoredRecentFiles(env);
+    std::vector<std::string> files = stored;
+    std::erase(files, path);
+    files.insert(files.begin(), path);
+    files.resize(std::min<std::size_t>(files.size(), kRecentFileCount));
+    Report report = UnexpectedError(env, "PutRecentFile");
+    Try([&] { EnsureKey(env, kProduct); }, report);
+    // Only the slots that change are written: each write replaces the whole store.
+    for (std::size_t at = 0; at < files.size(); ++at) {
+        if (at < stored.size() && stored[at] == files[at]) continue;
+        Try([&] { WriteText(env, kProduct, "Recent" + std::to_string(at + 1), files[at]); }, report);
+    }
+    ShowRegistryNotices(env);
+}
 
 void ShowRegistryNotices(Env& env) {
     for (const std::string& notice : env.registry->TakeNotices())
@@ -139,7 +194,7 @@ std::string GetFileInRegistry(Env& env, std::string& userPath) {
         Try(
             [&] {
                 std::string path = ReadText(env, kProduct, "userPath");
-                userPath = path.empty() || IsAbsolute(path) ? "demos" : path;
+                userPath = KeepsUserPath(env, path) ? path : "demos";
             },
             report);
         env.parentDir = JoinPath(env.programDir, "..");
@@ -184,6 +239,10 @@ void PutPlotFileInRegistry(Env& env, const std::string& plotFile) {
     Try([&] { WriteText(env, kCompany, "ProgramPath", "\\Quillet"); }, report);
     if (!plotFile.empty()) Try([&] { WriteText(env, kCompany, "plotFile", plotFile); }, report);
     ShowRegistryNotices(env);
+}
+
+std::string UserFolder(const Env& env, const std::string& userPath) {
+    return IsAbsolute(userPath) ? userPath : JoinPath(env.programDir, userPath);
 }
 
 std::string StripProgramFolder(const Env& env, const std::string& folder) {

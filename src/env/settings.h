@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "env/env.h"
 
@@ -26,7 +27,8 @@ std::int16_t GetRunCount(Env& env);
 void Start_INI(Env& env, std::string& runMode);
 
 // The last response file's name without its folder ("" when the product key is missing);
-// restores `userPath` (relative; "demos" when empty or absolute) and the parent folder.
+// restores `userPath` and the parent folder. `userPath` is "demos" when the stored one is
+// empty or absolute, except on Linux for an absolute folder that exists, which is kept.
 std::string GetFileInRegistry(Env& env, std::string& userPath);
 
 // Stores the current response file name and the user path.
@@ -44,6 +46,9 @@ void MakePlotFileName(Env& env, const std::string& fileName);
 // Stores the program folder's name and, when `plotFile` is not empty, the plot file.
 void PutPlotFileInRegistry(Env& env, const std::string& plotFile);
 
+// The folder a user path names: a relative one lies in the program folder.
+std::string UserFolder(const Env& env, const std::string& userPath);
+
 // `folder` with the first "<program folder><sep>" in it removed, ignoring case.
 std::string StripProgramFolder(const Env& env, const std::string& folder);
 
@@ -51,6 +56,13 @@ std::string StripProgramFolder(const Env& env, const std::string& folder);
 // demo), the counter goes up by one and is stored while it is above -9.
 void SaveSettingsAtExit(Env& env, const std::string& runMode, const std::string& dataFolder,
                         std::string& userPath, std::int16_t& runCount);
+
+// File > Recent Files: the response files last opened or saved, newest first, at most 8, kept
+// in the product key as "Recent1" to "Recent8". Files that no longer exist are left out.
+inline constexpr int kRecentFileCount = 8;
+std::vector<std::string> GetRecentFiles(Env& env);
+// Puts `path` first; a path already in the list moves up, the oldest beyond 8 goes.
+void PutRecentFile(Env& env, const std::string& path);
 
 // Shows what the registry has to say about its own store (a damaged file set aside).
 void ShowRegistryNotices(Env& env);

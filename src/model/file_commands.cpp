@@ -2,9 +2,11 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 
 #include "env/errors.h"
 #include "env/paths.h"
+#include "env/settings.h"
 #include "env/text.h"
 #include "model/catalogue.h"
 #include "model/form_events.h"
@@ -86,28 +88,62 @@ void FileNew(AppState& s) {
     ShowFilename(s);
 }
 
+namespace {
+
+// Reads `chosen` onto the form and makes it current.
+void OpenChosen(AppState& s, const std::string& chosen) {
+    // Opened before anything changes: a file that cannot be read leaves the form and the
+    // current file as they were.
+    std::string folder;
+    const std::string name = SplitResponseName(s, chosen, folder);
+    LineReader in = LineReader::OpenOrRaise(JoinPath(folder, name));
+    SetCurrentFile(s, chosen);
+    FileReadMe(s, in, s.CurrentFile, s.UserDir);
+    in.Close();
+    s.DataFile = s.rec.Answers[1];
+    s.DataDir = s.UserDir;
+    PutAnswers(s);
+    ShowFilename(s);
+    s.DataChanged = false;
+    PutRecentFile(s.env, JoinPath(s.UserDir, s.CurrentFile));
+    ShowOutputInCalculator(s);
+}
+
+}  // namespace
+
 void FileOld(AppState& s) {
     if (s.CurrentFile != kNewData && SaveIfChanged(s, s.DataChanged)) return;
     std::string chosen;
     try {
         chosen = ChooseResponseFile(s, {FileDialogRequest::Kind::Open, "Select Response (Input) File to Open",
                                         OpenFilter(), s.UserDir, std::string("*") + kFileExt, kFileExt});
-        // Opened before anything changes: a file that cannot be read leaves the form and the
-        // current file as they were.
-        std::string folder;
-        const std::string name = SplitResponseName(s, chosen, folder);
-        LineReader in = LineReader::OpenOrRaise(JoinPath(folder, name));
-        SetCurrentFile(s, chosen);
-        FileReadMe(s, in, s.CurrentFile, s.UserDir);
-        in.Close();
-        s.DataFile = s.rec.Answers[1];
-        s.DataDir = s.UserDir;
-        PutAnswers(s);
-        ShowFilename(s);
-        s.DataChanged = false;
+        OpenChosen(s, chosen);
     } catch (const RuntimeError& e) {
         ReportFailure(s, e, "FileOld", chosen);
     }
+}
+
+void OpenResponseFile(AppState& s, const std::string& path) {
+    if (s.CurrentFile != kNewData && SaveIfChanged(s, s.DataChanged)) return;
+    try {
+        OpenChosen(s, path);
+    } catch (const RuntimeError& e) {
+        ReportFailure(s, e, "FileOld", path);
+    }
+}
+
+void DropFile(AppState& s, const std::string& path) {
+    std::string folder;
+    const std::string name = SplitPath(s.env, path, folder);
+    if (EndsWith(LCase(name), LCase(kFileExt))) {
+        OpenResponseFile(s, path);
+        return;
+    }
+    // Starting a new response from a dropped data file is still to come; until then the
+    // person learns why nothing opened.
+    s.env.dialogs->MsgBox("'" + name + "' is not a response file (*" + kFileExt + ").  " + kProductName +
+                              " opens only response files dropped on its window.",
+                          mb::Exclamation, kProductName);
 }
 
 void FileSave(AppState& s) {
@@ -121,7 +157,10 @@ void FileSave(AppState& s) {
     s.RunFile = s.CurrentFile;
     try {
         WriteAnsFile(s, s.RunFile, s.UserDir);
-        if (s.PathStatus == "Ok") s.DataChanged = false;
+        if (s.PathStatus == "Ok") {
+            s.DataChanged = false;
+            PutRecentFile(s.env, JoinPath(s.UserDir, s.RunFile));
+        }
     } catch (const RuntimeError& e) {
         ReportFailure(s, e, "FileSave", s.UserDir);
     }
@@ -143,6 +182,7 @@ bool FileSaveAs(AppState& s) {
         // A failed write keeps the answers marked as changed, so nothing is lost silently.
         if (s.PathStatus != "Ok") return false;
         s.DataChanged = false;
+        PutRecentFile(s.env, JoinPath(s.UserDir, s.CurrentFile));
         return true;
     } catch (const RuntimeError& e) {
         ReportFailure(s, e, "FileSaveAs", chosen);
@@ -170,6 +210,12 @@ void FileDelete(AppState& s) {
 void ShowFilename(AppState& s) {
     const std::string program = std::string(kProductName) + ", a Calculus-level program";
     s.form.caption = s.CurrentFile.empty() ? program : s.CurrentFile + " ... " + program;
+}
+
+void ShowOutputInCalculator(AppState& s) {
+    const std::string output = JoinPath(s.UserDir, "output");
+    std::error_code ec;
+    if (std::filesystem::is_directory(output, ec)) s.form.calcFolder = output;
 }
 
 void SetCurrentFile(AppState& s, const std::string& name) {

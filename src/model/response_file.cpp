@@ -193,8 +193,11 @@ void FileReadMe(AppState& s, LineReader& in, const std::string& fileName, const 
     RefreshTabs(s);
 
     r.WeightFlag = LCase(ReadValueLine(in)) == "y" ? 1 : 0;
-    r.Note1 = ReadValueLine(in);
-    r.Note2 = ReadValueLine(in);
+    // A tab before the "-999" of an empty note hides it from the line's own rule.
+    for (std::string* note : {&r.Note1, &r.Note2}) {
+        *note = ReadValueLine(in);
+        if (*note == "-999") note->clear();
+    }
     if (ReadValueLine(in) == "Y") {
         r.SolverCount = 6;
         for (int i = 1; i <= 6; ++i) r.SolverValues[static_cast<std::size_t>(i)] = ReadValueLine(in);

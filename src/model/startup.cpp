@@ -6,6 +6,7 @@
 #include "env/paths.h"
 #include "env/settings.h"
 #include "env/text.h"
+#include "model/catalogue.h"
 #include "model/file_commands.h"
 #include "model/form_events.h"
 #include "model/response_file.h"
@@ -63,7 +64,7 @@ void Form_Load(AppState& s) {
 
     s.CurrentFile.clear();
     std::string name = GetFileInRegistry(s.env, s.UserPath);
-    const std::string folder = JoinPath(s.env.programDir, s.UserPath);
+    const std::string folder = UserFolder(s.env, s.UserPath);
     std::error_code ec;
     if (std::filesystem::is_directory(folder, ec)) s.env.currentFolder = folder;
     name = ReopenLastFile(s, name, folder);
@@ -76,6 +77,7 @@ void Form_Load(AppState& s) {
     s.form.cboPatterns.listIndex = 0;
     s.form.cboPatterns.text = s.form.cboPatterns.items[0];
     s.form.calcFolder = folder;
+    ShowOutputInCalculator(s);
 
     RegisterFileTypesOnFirstStart(s.env, s.RunCount, s.env.parentDir);
     s.form.lblInstructions = Instructions();
@@ -87,6 +89,25 @@ void Form_Load(AppState& s) {
 void exitWin(AppState& s) {
     SaveSettingsAtExit(s.env, s.RunMode, s.UserDir, s.UserPath, s.RunCount);
     s.env.quitRequested = true;
+}
+
+bool CloseProgram(AppState& s) {
+    if (s.DataChanged) {
+        GetAnswers(s);
+        const std::string file = s.CurrentFile.empty() ? std::string(kNewData) : s.CurrentFile;
+        switch (s.env.dialogs->MsgBox("Save changes to '" + file + "' before closing?",
+                                      mb::YesNoCancel + mb::Question, kProductName)) {
+            case mb::Yes:
+                FileSave(s);
+                // A cancelled or failed save keeps the answers, and so the program, open.
+                if (s.DataChanged) return false;
+                break;
+            case mb::No: break;
+            default: return false;
+        }
+    }
+    exitWin(s);
+    return true;
 }
 
 }  // namespace quillet

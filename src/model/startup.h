@@ -11,5 +11,9 @@ void Form_Load(AppState& s);
 // The exit routine: stores the user path and the raised run counter, then asks the program
 // to end (env.quitRequested).
 void exitWin(AppState& s);
+// The person closes the program (the window or File > Exit): changed answers are offered for
+// saving first, then the exit routine runs. False when the program stays open: Cancel, or a
+// save that did not happen.
+bool CloseProgram(AppState& s);
 
 }  // namespace quillet

@@ -43,6 +43,18 @@ void MakeCurrent(AppState& s, const std::string& folder) {
     s.env.currentFolder = folder;
 }
 
+// The run's command line splits at blanks, so a response file named with one would reach the
+// solver in pieces; the person is told how to rename it instead.
+bool RefusedForItsBlanks(AppState& s, const std::string& file) {
+    if (file.find(' ') == std::string::npos) return false;
+    const std::string proposal = ReplaceAll(Trim(file), " ", "_");
+    s.env.dialogs->MsgBox("The response file '" + file + "' has a blank in its name, and the run cannot pass " +
+                              "such a name to the solver.  Please save it under a name without blanks " +
+                              "(File | Save As ...), e.g. '" + proposal + "'.",
+                          mb::Exclamation, "Response file name has a blank");
+    return true;
+}
+
 }  // namespace
 
 void EnsureOutputDir(AppState& s) {
@@ -85,6 +97,7 @@ void FileRun2(AppState& s) {
             MakeCurrent(s, s.WorkDir);
             if (!FileExists(s.env, JoinPath(s.UserDir, s.CurrentFile))) return;
         }
+        if (RefusedForItsBlanks(s, s.CurrentFile)) return;
         s.RunFile = s.CurrentFile;
         RunSubmitted(s);
     } catch (const RuntimeError&) {
@@ -121,6 +134,8 @@ void FileRun(AppState& s) {
         s.form.cmdPlots.enabled = true;
         s.CommandLine = JoinPath(s.env.programDir, RunScriptName()) + " " + args;
         s.env.runner->Run(s.CommandLine, s.env.currentFolder, !s.form.AutoExit.value);
+        // The run's model file is what the calculator evaluates next.
+        s.form.calcFolder = OutputFolder(s);
     } catch (const RuntimeError&) {
         ReportMissing(s, "exitWin");
     }

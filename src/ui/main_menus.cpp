@@ -3,6 +3,7 @@
 #include <QMenu>
 #include <QMenuBar>
 
+#include "env/settings.h"
 #include "model/file_commands.h"
 #include "model/startup.h"
 #include "run/submit.h"
@@ -45,10 +46,26 @@ void frmMain::BuildMenus() {
         {{"mnuFileSubmit", "Submit &Run"}, command(cmdSubmit_Click)},
         {{"mnuFileSeries", "Fit a Series of Data &Files..."}, [this] { ChooseSeries(); }},
         {{"mnuFileSeperater2", nullptr}, nullptr},
-        {{"mnuFileExit", "E&xit"}, command(exitWin)},
+        {{"mnuFileExit", "E&xit"}, [this] { binder_.Call([](AppState& s) { CloseProgram(s); }); }},
     };
-    for (const auto& [e, run] : fileEntries)
+    for (const auto& [e, run] : fileEntries) {
         if (QAction* a = Add(file, e); run) connect(a, &QAction::triggered, this, run);
+        if (std::string(e.name) == "mnuFileDelete") {
+            QMenu* recent = file->addMenu("Recent Files");
+            recent->setObjectName("mnuFileRecent");
+            recent->menuAction()->setObjectName("mnuFileRecentMenu");
+            connect(recent, &QMenu::aboutToShow, this, [this, recent] { FillRecentFiles(recent); });
+        }
+    }
+    // The desktop's usual keys, beside the access keys of the captions.
+    const std::pair<const char*, QKeySequence> shortcuts[] = {
+        {"mnuFileNew", QKeySequence(Qt::CTRL | Qt::Key_N)},
+        {"mnuFileOpen", QKeySequence(Qt::CTRL | Qt::Key_O)},
+        {"mnuFileSave", QKeySequence(Qt::CTRL | Qt::Key_S)},
+        {"mnuFileSaveAs", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)},
+        {"mnuFileExit", QKeySequence(Qt::CTRL | Qt::Key_Q)},
+    };
+    for (const auto& [name, keys] : shortcuts) file->findChild<QAction*>(name)->setShortcut(keys);
 
     QMenu* demos = menu("mnuDemos", "&Demos");
     connect(Add(demos, {"mnuDemosRun", "Run &Demo ..."}), &QAction::triggered, this, [this] { ShowTab(Tab::Demos); });
@@ -95,7 +112,9 @@ void frmMain::BuildMenus() {
     }
 
     QMenu* help = menu("mnuHelp", "&Help");
-    connect(Add(help, {"mnuHelpManual", "Manual ..."}), &QAction::triggered, this, [this] { OpenDocument("mnuHelpManual"); });
+    QAction* manual = Add(help, {"mnuHelpManual", "Manual ..."});
+    manual->setShortcut(QKeySequence(Qt::Key_F1));
+    connect(manual, &QAction::triggered, this, [this] { OpenDocument("mnuHelpManual"); });
     connect(Add(help, {"mnuHelpSource", "Source &Code ..."}), &QAction::triggered, this, [this] { OpenSourceInEditor(); });
     connect(Add(help, {"mnuHelpVideos", "Video Apps for Classes (web)"}), &QAction::triggered, this,
             [this] { OpenWebEntry("mnuHelpVideos"); });
@@ -108,6 +127,19 @@ void frmMain::BuildMenus() {
             [this] { OpenWebEntry("mnuHelpPrayer"); });
     connect(Add(help, {"mnuHelpDonate", "Donate ..."}), &QAction::triggered, this, [this] { OpenDocument("mnuHelpDonate"); });
     connect(Add(help, {"mnuHelpAbout", "&About ..."}), &QAction::triggered, this, [this] { frmAbout(this).exec(); });
+}
+
+void frmMain::FillRecentFiles(QMenu* recent) {
+    recent->clear();
+    const std::vector<std::string> files = GetRecentFiles(state().env);
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        QString path = QString::fromStdString(files[i]);
+        QAction* a = recent->addAction(QString("&%1  %2").arg(i + 1).arg(QString(path).replace("&", "&&")));
+        connect(a, &QAction::triggered, this, [this, file = files[i]] {
+            binder_.Call([&file](AppState& s) { OpenResponseFile(s, file); });
+        });
+    }
+    if (files.empty()) recent->addAction("(none)")->setEnabled(false);
 }
 
 }  // namespace quillet::ui

@@ -1,11 +1,20 @@
 #include "ui/main_window.h"
 
 #include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QUrl>
+#include <QFileInfo>
 #include <QProcess>
 #include <QScreen>
 #include <QTabWidget>
 
+#include <filesystem>
+
 #include "env/paths.h"
+#include "model/catalogue.h"
+#include "model/file_commands.h"
 #include "model/startup.h"
 #include "run/launcher.h"
 #include "ui/calculator_page.h"
@@ -25,10 +34,12 @@ frmMain::frmMain(AppState& s, QWidget* parent) : QMainWindow(parent), binder_(s,
     tabs_->addTab(BuildSolverPage(), "Solver Varia&bles");
     tabs_->addTab(new CalculatorPage(binder_, this), "&Calculator");
     demos_ = new DemosPage(binder_, this);
-    tabs_->addTab(demos_, "&Demos");
+    // Alt+D belongs to the Demos menu.
+    tabs_->addTab(demos_, "D&emos");
     tabs_->addTab(BuildTipsPage(), "&Tips");
     setCentralWidget(tabs_);
     BuildMenus();
+    setAcceptDrops(true);
 
     connect(tabs_, &QTabWidget::currentChanged, this,
             [this](int i) { binder_.Call([i](AppState& st) { st.form.activeTab = static_cast<Tab>(i); }); });
@@ -53,8 +64,36 @@ void frmMain::ShowTab(Tab tab) {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
-    if (!state().env.quitRequested) exitWin(state());
-    event->accept();
+    // A routine that ended the program has already run the exit routine.
+    if (state().env.quitRequested) {
+        event->accept();
+        return;
+    }
+    const bool ends = CloseProgram(state());
+    binder_.Refresh();
+    if (ends)
+        event->accept();
+    else
+        event->ignore();
+}
+
+// Files dropped on the window: the first local one is taken.
+static QString DroppedFile(const QMimeData* mime) {
+    if (!mime || !mime->hasUrls()) return {};
+    for (const QUrl& url : mime->urls())
+        if (url.isLocalFile()) return url.toLocalFile();
+    return {};
+}
+
+void frmMain::dragEnterEvent(QDragEnterEvent* event) {
+    if (!DroppedFile(event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void frmMain::dropEvent(QDropEvent* event) {
+    const std::string path = DroppedFile(event->mimeData()).toStdString();
+    if (path.empty()) return;
+    event->acceptProposedAction();
+    binder_.Call([&path](AppState& s) { DropFile(s, path); });
 }
 
 void frmMain::OpenLastOutput() {
@@ -81,7 +120,20 @@ void frmMain::OpenManualSection(const QString& heading) {
 
 void frmMain::OpenDocument(const std::string& menu) {
     const DocumentLink* doc = FindDocument(menu);
-    if (doc && state().env.shell) state().env.shell->Open(DocumentPath(state().env, *doc), "Open");
+    if (!doc || !state().env.shell) return;
+    const std::string path = DocumentPath(state().env, *doc);
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(path, ec)) {
+        // The program carries the manual itself; any other document is only on disk.
+        if (menu == "mnuHelpManual")
+            OpenManualSection("Quillet Manual");
+        else
+            state().env.dialogs->MsgBox("The document '" + path + "' is missing.  Installing " + kProductName +
+                                            " again puts it back.",
+                                        mb::Exclamation, kProductName);
+        return;
+    }
+    state().env.shell->Open(path, "Open");
 }
 
 void frmMain::OpenWebEntry(const std::string& menu) {
@@ -95,8 +147,18 @@ void frmMain::OpenWebEntry(const std::string& menu) {
 
 void frmMain::OpenSourceInEditor() {
     const Env& env = state().env;
-    QProcess::startDetached(QString::fromStdString(JoinPath(env.parentDir, "MyEditor")),
-                            {QString::fromStdString(JoinPath(env.programDir, "Fit4user.mv"))});
+    const std::string editor = JoinPath(env.parentDir, "MyEditor");
+    const std::string source = JoinPath(env.programDir, "Fit4user.mv");
+    std::string missing;
+    if (!QFileInfo(QString::fromStdString(editor)).isExecutable())
+        missing = "The editor script '" + editor + "' is missing.";
+    else if (!QFileInfo::exists(QString::fromStdString(source)))
+        missing = "The solver's source '" + source + "' is missing.";
+    else if (!QProcess::startDetached(QString::fromStdString(editor), {QString::fromStdString(source)}))
+        missing = "The editor script '" + editor + "' could not be started.";
+    if (!missing.empty())
+        env.dialogs->MsgBox(missing + "  Installing " + kProductName + " again puts it back.", mb::Exclamation,
+                            kProductName);
 }
 
 }  // namespace quillet::ui

@@ -6,6 +6,7 @@
 #include "model/app_state.h"
 #include "ui/form_binder.h"
 
+class QMenu;
 class QTabWidget;
 
 namespace quillet::ui {
@@ -36,9 +37,12 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void BuildMenus();
+    void FillRecentFiles(QMenu* recent);
     QWidget* BuildInputPage();
     QWidget* BuildSolverPage();
     QWidget* BuildTipsPage();

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "env/errors.h"
 #include "env/mdlRegistryAPI.h"
 #include "env/text.h"
@@ -25,7 +27,7 @@ class Settings : public RegistryFixture {
     }
 };
 
-TEST_F(Settings, GetFileInRegistryKeepsTheNameAndNoAbsoluteOrEmptyUserPath) {
+TEST_F(Settings, GetFileInRegistryKeepsTheNameAndNoDriveMissingOrEmptyUserPath) {
     CreateKey(env, reg::CurrentUser, kCompany);  // without the product key nothing is restored
     std::string userPath = "kept";
     EXPECT_EQ(GetFileInRegistry(env, userPath), "");
@@ -35,7 +37,8 @@ TEST_F(Settings, GetFileInRegistryKeepsTheNameAndNoAbsoluteOrEmptyUserPath) {
         const char *fileIn, *userPath, *name;
     };
     for (const Case& c :
-         {Case{"a.Fit", "D:\\data", "a.Fit"}, Case{"/home/x/b.Fit", "/abs", "b.Fit"}, Case{"", "", ""}}) {
+         {Case{"a.Fit", "D:\\data", "a.Fit"}, Case{"/home/x/b.Fit", "/no/such/folder", "b.Fit"},
+          Case{"", "", ""}}) {
         Store(kProduct, "FileIn", c.fileIn);
         Store(kProduct, "userPath", c.userPath);
         userPath = "before";
@@ -44,6 +47,22 @@ TEST_F(Settings, GetFileInRegistryKeepsTheNameAndNoAbsoluteOrEmptyUserPath) {
         EXPECT_EQ(userPath, "demos");
         EXPECT_EQ(env.parentDir, NativePath(env.programDir + "/.."));
     }
+}
+
+TEST_F(Settings, AnAbsoluteUserPathThatExistsIsKeptOnLinuxOnly) {
+    const std::string outside = dir / "my fits";
+    std::filesystem::create_directory(outside);
+    Store(kProduct, "FileIn", "a.Fit");
+    Store(kProduct, "userPath", outside);
+    std::string userPath;
+    GetFileInRegistry(env, userPath);
+#ifdef _WIN32
+    EXPECT_EQ(userPath, "demos");
+#else
+    EXPECT_EQ(userPath, outside);
+    EXPECT_EQ(UserFolder(env, userPath), outside);
+#endif
+    EXPECT_EQ(UserFolder(env, "User"), NativePath(env.programDir + "/User"));
 }
 
 TEST_F(Settings, StartUpValuesCutTheCounterToFitAndReadThePause) {

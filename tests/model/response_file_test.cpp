@@ -6,6 +6,7 @@
 #include <ctime>
 #include <filesystem>
 #include <tuple>
+#include <vector>
 
 #include "env/ports.h"
 #include "model/form_events.h"
@@ -156,6 +157,21 @@ TEST_F(ResponseFileTest, AHandWrittenFileRelabelsTheFormAndReadsOnlyAnUpperCaseS
     EXPECT_EQ(s.rec.SolverValues[1], "");
 }
 
+TEST_F(ResponseFileTest, ANoteThatReadsMinus999IsEmptyWhateverTabsSurroundIt) {
+    struct Case {
+        const char* line;
+        const char* note;
+    };
+    for (const Case& c : {Case{"\t-999  \t\t! 20. \xBB Note1", ""}, Case{"-999\t\t!", ""}, Case{"\t-999\t", ""},
+                          Case{"\t-9990\t\t! 20. \xBB Note1", "-9990"}, Case{"\tfirst\t\t! note", "first"}}) {
+        PutFile("n.Fit", std::string("n\r\nd.dat\r\nPower\r\n1\r\n10\r\n1\r\n1\r\n1\r\n0\r\n1\r\nN\r\n") + c.line +
+                             "\r\n" + c.line + "\r\nN\r\n");
+        ReadInto(dir.path(), "n.Fit");
+        EXPECT_EQ(s.rec.Note1, c.note) << c.line;
+        EXPECT_EQ(s.rec.Note2, c.note) << c.line;
+    }
+}
+
 TEST_F(ResponseFileTest, MissingFolderShowsTheCriticalMessage) {
     dialogs.Answer(mb::OK);
     FillForm("Power");
@@ -178,6 +194,23 @@ TEST_F(ResponseFileTest, ASuccessfulSaveLeavesNoTemporaryFileBehind) {
     WriteAnsFile(s, "a.Fit", dir.path());
     using std::filesystem::directory_iterator;
     EXPECT_EQ(std::distance(directory_iterator(dir.path()), directory_iterator()), 1);
+}
+
+TEST_F(ResponseFileTest, ASaveRemovesTheTemporaryFilesThatKilledSavesOfTheSameFileLeft) {
+    // 999999999 is no process: beyond the largest Linux process id, and no multiple of 4 as
+    // Windows ids are.
+    const std::vector<std::string> stale = {"a.Fit.~tmp999999999", ".a.Fit.~tmp999999999"};
+    std::vector<std::string> kept = {"b.Fit.~tmp999999999", "a.Fit.~tmpx", "a.Fit.~tmp", "xa.Fit.~tmp999999999"};
+#ifndef _WIN32
+    kept.push_back(".a.Fit.~tmp1");  // a save in progress in a process still alive
+#endif
+    for (const auto& name : stale) PutFile(name, "left by a killed save");
+    for (const auto& name : kept) PutFile(name, "not ours");
+    FillForm("Exponential");
+    WriteAnsFile(s, "a.Fit", dir.path());
+    for (const auto& name : stale) EXPECT_FALSE(std::filesystem::exists(dir / name)) << name;
+    for (const auto& name : kept) EXPECT_TRUE(std::filesystem::exists(dir / name)) << name;
+    EXPECT_TRUE(std::filesystem::exists(dir / "a.Fit"));
 }
 
 }  // namespace

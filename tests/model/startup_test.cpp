@@ -73,6 +73,33 @@ TEST_F(Startup, ReopensTheLastResponseFileExceptAnExampleAndSaysNothingOfAVanish
     EXPECT_EQ(s.form.caption, "mine.Fit ... Quillet, a Calculus-level program");
 }
 
+TEST_F(Startup, OnLinuxTheLastFileReopensFromAFolderOutsideTheProgramFolderWhileItExists) {
+    const std::string outside = dir / "fits";
+    std::filesystem::create_directories(outside + "/output");
+    testing::WriteBytes(outside + "/mine.Fit",
+                        "mine\r\nd.dat\r\nPower\r\n1\r\n10\r\n7\r\n1\r\n1\r\n0\r\n1\r\nN\r\n-999\r\n-999\r\nN\r\n");
+    // What a run from that folder stores.
+    PutFileInRegistry(s.env, "mine.Fit", outside);
+    Form_Load(s);
+#ifdef _WIN32
+    EXPECT_EQ(s.UserDir, testing::NativePath(program + "/demos"));
+    EXPECT_EQ(s.form.nTerms.text, "");
+#else
+    EXPECT_EQ(s.UserDir, outside);
+    EXPECT_EQ(s.form.nTerms.text, "7");
+    EXPECT_FALSE(s.DataChanged);
+    // The calculator shows where the runs of that file leave their model files.
+    EXPECT_EQ(s.form.calcFolder, outside + "/output");
+#endif
+
+    std::filesystem::remove_all(outside);
+    Reset();
+    Form_Load(s);
+    EXPECT_EQ(s.UserDir, testing::NativePath(program + "/demos"));
+    EXPECT_EQ(s.form.nTerms.text, "");
+    EXPECT_EQ(s.form.calcFolder, testing::NativePath(program + "/demos"));
+}
+
 // A last response file that is there and still cannot be read: its read permission is gone,
 // or a folder stands under its name where the file test sees a file.
 enum class Unreadable { NoReadPermission, FolderTakenForAFile };

@@ -22,17 +22,40 @@ using testing::WriteBytes;
 
 class Launcher : public RunFixture {};
 
-TEST_F(Launcher, SubmittedRunCallsTheScriptWithFileFolderAndExitSplittingANameAtItsBlank) {
-    SaveResponse("my run.Fit");
+TEST_F(Launcher, SubmittedRunCallsTheScriptWithFileFolderAndExit) {
+    SaveResponse("myrun.Fit");
     s.form.tPause.text = "12";
     s.form.AutoExit.value = true;
     cmdSubmit_Click(s);
-    EXPECT_EQ(RunLog(), UserDir() + "\n[my]\n[run.Fit]\n[User]\n[exit]\n");
-    EXPECT_EQ(RegText("Software\\Vantorel\\Quillet", "FileIn"), "my run.Fit");
+    EXPECT_EQ(RunLog(), UserDir() + "\n[myrun.Fit]\n[User]\n[exit]\n");
+    EXPECT_EQ(RegText("Software\\Vantorel\\Quillet", "FileIn"), "myrun.Fit");
     EXPECT_EQ(RegText("Software\\Vantorel", "tPause"), "12");
     // The viewers find the output of the last run, from its stored folder and plot file.
     EXPECT_EQ(FindLastRun(s.env).outputFolder, NativePath(ProgramDir() + "/User/output"));
-    EXPECT_EQ(FindLastRun(s.env).plotFile, "my run.plt");
+    EXPECT_EQ(FindLastRun(s.env).plotFile, "myrun.plt");
+}
+
+TEST_F(Launcher, AResponseFileNamedWithABlankIsRefusedAfterTheSaveQuestionAndNothingRuns) {
+    const std::string refusal =
+        "The response file 'New data.Fit' has a blank in its name, and the run cannot pass such a name to the "
+        "solver.  Please save it under a name without blanks (File | Save As ...), e.g. 'New_data.Fit'.";
+    // Edited answers: the save question, Save As proposing the current name, the file written,
+    // then the refusal.
+    SaveResponse("New data.Fit");
+    SetText(s, s.form.Note1, "edited");
+    dialogs.Answer(mb::OK).Choose(UserDir() + "/New data.Fit").Answer(mb::Yes).Answer(mb::OK);
+    cmdSubmit_Click(s);
+    EXPECT_EQ(dialogs.fileDialogs.at(0).proposedName, "New data.Fit");
+    EXPECT_FALSE(s.DataChanged);
+    EXPECT_EQ(dialogs.boxes.back(), (testing::ShownBox{refusal, "Response file name has a blank", 48}));
+    EXPECT_FALSE(ScriptRan());
+    EXPECT_EQ(RegText("Software\\Vantorel\\Quillet", "FileIn"), "");
+
+    // Saved answers are refused at once.
+    dialogs.Answer(mb::OK);
+    cmdSubmit_Click(s);
+    EXPECT_EQ(dialogs.boxes.back().text, refusal);
+    EXPECT_FALSE(ScriptRan());
 }
 
 TEST_F(Launcher, UserFolderOutsideTheProgramFolderStaysAFullPath) {
@@ -43,6 +66,8 @@ TEST_F(Launcher, UserFolderOutsideTheProgramFolderStaysAFullPath) {
     FileRun2(s);
     EXPECT_EQ(RunLog(), outside + "\n[b.Fit]\n[" + outside + "]\n[wait]\n");
     EXPECT_TRUE(fs::is_directory(outside + "/output"));
+    EXPECT_EQ(s.form.calcFolder, NativePath(outside + "/output"));
+    EXPECT_EQ(RegText("Software\\Vantorel\\Quillet", "userPath"), outside);
 }
 
 TEST_F(Launcher, NewDataAlwaysAsksToSaveAndCancelStartsNothing) {
@@ -65,8 +90,9 @@ TEST_F(Launcher, NoShellMetacharacterReachesAShell) {
     GTEST_SKIP() << "cmd /C reads the command line as Windows does; the short-name check keeps "
                     "such names out";
 #endif
-    // Were any of these read by a shell, "pwned" would appear in the run's folder.
-    SaveResponse("x;touch pwned;$(touch pwned)`touch pwned`|touch pwned&&touch pwned.Fit");
+    // Were any of these read by a shell, "pwned" would appear in the run's folder (a shell reads
+    // ${IFS} as a blank; a real blank is refused before the run).
+    SaveResponse("x;touch${IFS}pwned;$(touch${IFS}pwned)`touch${IFS}pwned`|touch${IFS}pwned&&touch${IFS}pwned.Fit");
     FileRun2(s);
     EXPECT_TRUE(ScriptRan());
     EXPECT_FALSE(fs::exists(UserDir() + "/pwned"));

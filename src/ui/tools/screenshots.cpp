@@ -1,10 +1,18 @@
 // Takes the screenshots of the manual and the README: every tab, the run window of a demo run,
-// the plot and output viewers, About and E-mail. Run it on a display (Xvfb serves) with a built
+// the plot and output viewers, About and E-mail, File > Recent Files and the question asked when
+// the window closes with unsaved answers. Run it on a display (Xvfb serves) with a built
 // program folder whose solver works, and a registry folder of its own:
 //   QUILLET_REGISTRY_DIR=DIR quillet_screenshots PROGRAM_FOLDER OUTPUT_FOLDER
+#include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QDir>
+#include <QKeyEvent>
 #include <QListView>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QScreen>
 #include <QTimer>
 #include <cstdio>
 
@@ -47,6 +55,16 @@ public:
         Wait(400);  // let the window be drawn and the folder lists be read
         const QString path = folder_ + "/" + name + ".png";
         if (!w || !w->grab().save(path)) {
+            std::fprintf(stderr, "screenshots: could not take %s\n", qPrintable(path));
+            failed_ = true;
+        }
+    }
+    // The screen around `w`, with the menus and message boxes open over it.
+    void Screen(QWidget* w, const QString& name) {
+        Wait(400);
+        const QString path = folder_ + "/" + name + ".png";
+        const QRect around = w->frameGeometry().adjusted(-20, -20, 20, 20);
+        if (!w->screen()->grabWindow(0, around.x(), around.y(), around.width(), around.height()).save(path)) {
             std::fprintf(stderr, "screenshots: could not take %s\n", qPrintable(path));
             failed_ = true;
         }
@@ -143,7 +161,9 @@ int main(int argc, char** argv) {
     if (plots) plots->close();
 
     window.OpenLastOutput();
-    shoot(Showing<ui::OutputViewer>(), "output");
+    auto* output = Showing<ui::OutputViewer>();
+    shoot(output, "output");
+    if (output) output->close();
 
     ui::frmAbout about(&window);
     about.show();
@@ -153,5 +173,30 @@ int main(int argc, char** argv) {
     email.show();
     shoot(&email, "email");
     email.close();
+
+    // File > Recent Files after three examples were opened.
+    window.ShowTab(Tab::Input);
+    window.resize(900, 560);
+    for (const char* example : {"Ex7.Fit", "Ex5.Fit", "Ex1.Fit"})
+        window.binder().Call([&](AppState& st) { OpenResponseFile(st, JoinPath(demos, example)); });
+    auto* file = window.findChild<QMenu*>("mnuFile");
+    auto* recent = window.findChild<QAction*>("mnuFileRecentMenu");
+    file->popup(window.menuBar()->mapToGlobal(window.menuBar()->actionGeometry(file->menuAction()).bottomLeft()));
+    Wait(300);
+    file->setActiveAction(recent);
+    QKeyEvent right(QEvent::KeyPress, Qt::Key_Right, Qt::NoModifier);
+    QApplication::sendEvent(file, &right);
+    shoot.Screen(&window, "recent-files");
+    file->close();
+
+    // Closing with an answer changed and not saved: the question, then Cancel keeps the window.
+    window.binder().Call([](AppState& st) { SetText(st, st.form.nTerms, "4"); });
+    QTimer::singleShot(300, [&] {
+        if (auto* box = Showing<QMessageBox>()) {
+            shoot.Screen(&window, "close-prompt");
+            box->button(QMessageBox::Cancel)->click();
+        }
+    });
+    window.close();
     return shoot.failed() ? 1 : 0;
 }
