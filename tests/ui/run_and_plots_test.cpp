@@ -1,5 +1,8 @@
 // A demo run through the run window, and the viewers of what it leaves.
 #include <QCheckBox>
+#include <QComboBox>
+#include <QTableWidget>
+#include <cmath>
 #include <QChart>
 #include <QPushButton>
 #include <QTest>
@@ -12,6 +15,8 @@
 #include "ui/output_viewer.h"
 #include "ui/plot_file.h"
 #include "ui/plot_viewer.h"
+#include "ui/series_window.h"
+#include "support/run_command.h"
 #include "ui_fixture.h"
 
 namespace quillet::testing {
@@ -41,6 +46,29 @@ TEST_F(RunAndPlots, ADemoListedWithWhatItFitsRunsInTheRunWindowWhichClosesAfterE
     auto* output = Showing<ui::OutputViewer>();
     ASSERT_NE(output, nullptr);
     EXPECT_EQ(output->text(), "report of ExDemo.Fit\n");
+}
+
+TEST_F(RunAndPlots, ASeriesOfDataFilesRunsInTheRunWindowAndItsTableShows) {
+    std::filesystem::copy_file(QUILLET_CLI, program + "/quillet-cli");
+    for (int k = 0; k < 3; ++k) {
+        std::string data = "x y\r\n";
+        for (int i = 0; i < 60; ++i) data += std::to_string(i) + " " + std::to_string(1 + (k + 1) * std::exp(-0.1 * i)) + "\r\n";
+        WriteBytes(s.UserDir + "/e" + std::to_string(k) + ".dat", data);
+    }
+    const std::string record = R"({"Answers": ["e0.dat", "Exponential", "2", "60", "1", "10", "1", "1", "1", "-1"]})";
+    ASSERT_EQ(RunProgram(QUILLET_CLI, {"write", "S.Fit"}, record, s.UserDir).status, 0);
+    s.CurrentFile = "S.Fit";
+    s.DataChanged = false;
+    Find<QCheckBox>("AutoExit")->click();
+    window->FitSeries({"e0.dat", "e1.dat", "e2.dat"});  // returns once the run window has closed itself
+    auto* results = Showing<ui::SeriesWindow>();
+    ASSERT_NE(results, nullptr);
+    ASSERT_EQ(results->table()->rowCount(), 3);
+    EXPECT_EQ(results->table()->item(2, 1)->text(), "e2.dat");
+    EXPECT_EQ(results->table()->item(2, 2)->text(), "converged");
+    EXPECT_EQ(results->parameter()->count(), 3);  // Y0, A(1), B(1)
+    EXPECT_EQ(results->table()->item(1, 7)->text(), "2");     // A(1) of the second file
+    EXPECT_EQ(results->table()->item(1, 9)->text(), "-0.1");  // B(1), per unit of x
 }
 
 TEST(PlotFile, ReadsHeadersFollowsTheColumnsHeaderAndNamesABadLine) {
