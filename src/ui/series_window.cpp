@@ -50,12 +50,14 @@ protected:
         if (!(x0 <= x1)) return;
         if (x1 == x0) x0 -= 1, x1 += 1;
         if (y1 == y0) y0 -= 1, y1 += 1;
+        // A little room, so no point sits on the frame.
+        const double dx = (x1 - x0) * 0.04, dy = (y1 - y0) * 0.06;
+        x0 -= dx, x1 += dx, y0 -= dy, y1 += dy;
         auto px = [&](double x) { return area.left() + (x - x0) / (x1 - x0) * area.width(); };
         auto py = [&](double y) { return area.bottom() - (y - y0) / (y1 - y0) * area.height(); };
         p.drawText(QRectF(0, area.top() - 8, 56, 16), Qt::AlignRight, QString::fromStdString(fitting::FormatShort(y1, 4)));
         p.drawText(QRectF(0, area.bottom() - 8, 56, 16), Qt::AlignRight, QString::fromStdString(fitting::FormatShort(y0, 4)));
-        p.drawText(QRectF(area.left(), area.bottom() + 4, 60, 16), Qt::AlignLeft, QString::number(x0));
-        p.drawText(QRectF(area.right() - 60, area.bottom() + 4, 60, 16), Qt::AlignRight, QString::number(x1));
+        p.drawText(QRectF(area.left(), area.bottom() + 4, area.width(), 16), Qt::AlignHCenter, "position in the series");
         p.setRenderHint(QPainter::Antialiasing);
         p.setPen(QPen(palette().highlight().color(), 1.5));
         for (std::size_t i = 0; i < y_.size(); ++i) {
@@ -98,6 +100,7 @@ SeriesWindow::SeriesWindow(fitting::SeriesTable table, QWidget* parent) : QDialo
     grid_ = new QTableWidget(this);
     grid_->setObjectName("seriesTable");
     grid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grid_->verticalHeader()->hide();  // the index column numbers the rows
     parameter_ = new QComboBox(this);
     parameter_->setObjectName("seriesParameter");
     plot_ = new ParameterPlot(this);

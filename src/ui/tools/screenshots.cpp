@@ -14,6 +14,10 @@
 #include <QMessageBox>
 #include <QScreen>
 #include <QTimer>
+#include <QTemporaryDir>
+#include <QProcess>
+#include <QFile>
+#include <QComboBox>
 #include <cstdio>
 
 #include "env/paths.h"
@@ -30,6 +34,7 @@
 #include "ui/main_window.h"
 #include "ui/output_viewer.h"
 #include "ui/plot_viewer.h"
+#include "ui/series_window.h"
 
 namespace {
 
@@ -173,6 +178,38 @@ int main(int argc, char** argv) {
     email.show();
     shoot(&email, "email");
     email.close();
+
+    // The table of a series: a peak drifting over eight files, fitted as a chain.
+    {
+        QTemporaryDir folder;
+        const std::string dir = folder.path().toStdString();
+        fitting::SeriesRequest request{"Drift.Fit", {}, fitting::SeriesRequest::Start::Chain, 1, 1, 1};
+        for (int k = 0; k < 8; ++k) {
+            std::string data = "x y\r\n";
+            for (int i = 0; i < 200; ++i) {
+                const double x = i * 0.5, z = 2 * (x - 30 - 4 * k) / (6 + 0.3 * k);
+                data += std::to_string(x) + " " + std::to_string(2 + 40 / (1 + z * z) + 0.8 * std::sin(7.7 * i + k)) + "\r\n";
+            }
+            request.dataFiles.push_back("scan-" + std::to_string(k + 1) + ".dat");
+            QFile f(QString::fromStdString(JoinPath(dir, request.dataFiles.back())));
+            if (f.open(QIODevice::WriteOnly)) f.write(data.c_str());
+        }
+        QProcess write;
+        write.setWorkingDirectory(folder.path());
+        write.start(QString::fromStdString(JoinPath(s.env.programDir, "quillet-cli")), {"write", "Drift.Fit"});
+        write.write(R"({"Answers": ["scan-1.dat", "Lorentzian", "2", "200", "1", "100", "10", "0.2", "4", "0.06", "0.3"]})");
+        write.closeWriteChannel();
+        write.waitForFinished();
+        try {
+            const std::atomic<bool> stop{false};
+            ui::SeriesWindow series(fitting::RunSeries(request, dir, {}, stop), &window);
+            series.parameter()->setCurrentIndex(3);  // t0(1), the drifting centre
+            series.show();
+            shoot(&series, "series");
+        } catch (const std::exception& e) {
+            std::fprintf(stderr, "screenshots: the series failed: %s\n", e.what());
+        }
+    }
 
     // File > Recent Files after three examples were opened.
     window.ShowTab(Tab::Input);
