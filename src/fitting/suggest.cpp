@@ -96,15 +96,19 @@ std::vector<double> GuessedShapes(const Model& model, const suggest::Samples& s,
 
 }  // namespace
 
+std::string ProposedScale(const std::vector<double>& values) {
+    return FormatShort(PowerOfTenNear(LargestMagnitude(values)), 5);
+}
+
 Suggestion SuggestStart(const DataPoints& data, int modelId, int terms, double xnorm, double ynorm, bool weighted) {
     Suggestion out;
     if (xnorm == 0) {
         xnorm = PowerOfTenNear(LargestMagnitude(data.x));
-        out.answers[6] = FormatShort(xnorm, 5);
+        out.answers[6] = ProposedScale(data.x);
     }
     if (ynorm == 0) {
         ynorm = PowerOfTenNear(LargestMagnitude(data.y));
-        out.answers[7] = FormatShort(ynorm, 5);
+        out.answers[7] = ProposedScale(data.y);
     }
     const Model model(*FindModelKind(modelId), terms);
     const suggest::Samples s = Normalised(data, xnorm, ynorm);

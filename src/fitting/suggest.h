@@ -20,4 +20,8 @@ struct Suggestion {
 // decays) come from the data; offset and amplitudes are then the best for those shapes.
 Suggestion SuggestStart(const DataPoints& data, int modelId, int terms, double xnorm, double ynorm, bool weighted);
 
+// Question 6 or 7 proposed for the X or Y values of the data: a power of ten near the largest
+// magnitude, so that the normalised values are of order 1.
+std::string ProposedScale(const std::vector<double>& values);
+
 }  // namespace quillet::fitting

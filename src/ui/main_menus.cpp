@@ -3,6 +3,7 @@
 #include <QMenu>
 #include <QMenuBar>
 
+#include "fitting/new_from_data.h"
 #include "model/file_commands.h"
 #include "model/startup.h"
 #include "run/submit.h"
@@ -37,6 +38,7 @@ void frmMain::BuildMenus() {
     QMenu* file = menu("mnuFile", "&File");
     const std::pair<Entry, std::function<void()>> fileEntries[] = {
         {{"mnuFileNew", "&New"}, command(FileNew)},
+        {{"mnuFileNewFromData", "New &from Data File..."}, command(fitting::NewFromDataFile)},
         {{"mnuFileOpen", "&Open ..."}, command(FileOld)},
         {{"mnuFileSave", "&Save"}, command(FileSave)},
         {{"mnuFileSaveAs", "Save &As ..."}, [this] { binder_.Call([](AppState& s) { FileSaveAs(s); }); }},

@@ -35,7 +35,7 @@ protected:
 
 TEST_F(Menus, EveryCaptionIsExactInItsPlace) {
     const std::vector<std::pair<QString, QStringList>> menus = {
-        {"&File", {"&New", "&Open ...", "&Save", "Save &As ...", "&Delete ...", "", "Submit &Run", "", "E&xit"}},
+        {"&File", {"&New", "New &from Data File...", "&Open ...", "&Save", "Save &As ...", "&Delete ...", "", "Submit &Run", "", "E&xit"}},
         {"&Demos", {"Run &Demo ..."}},
         {"&View", {"Calculus-level App Features", "CurveFitting with Lorentzian series",
                    "Lorrentzian vs. Mod. Lorentzian series", "", "&Demos Tab", "&Last Output ...", "&Plots ..."}},
