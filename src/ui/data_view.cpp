@@ -82,6 +82,8 @@ void Fill(QChartView* view, const std::vector<QXYSeries*>& series, bool legend) 
     y->setRange(y0, y1);
     x->applyNiceNumbers();
     y->applyNiceNumbers();
+    x->setLabelFormat("%.4g");
+    y->setLabelFormat("%.4g");
     chart->legend()->setVisible(legend);
 }
 
@@ -110,6 +112,7 @@ DataView::DataView(AppState& s, QWidget* parent) : QWidget(parent), s_(s) {
     setObjectName("dataView");
     curveView_ = NewView(this);
     residualView_ = NewView(this);
+    residualView_->setMinimumHeight(110);
     message_ = new QLabel(this);
     message_->setObjectName("dataViewMessage");
     message_->setWordWrap(true);
@@ -121,7 +124,10 @@ DataView::DataView(AppState& s, QWidget* parent) : QWidget(parent), s_(s) {
     table_->setObjectName("dataViewParameters");
     table_->setHorizontalHeaderLabels({"Name", "Fitted", "Std. error", "Physical"});
     table_->verticalHeader()->hide();
-    table_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    table_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    table_->horizontalHeader()->setStretchLastSection(true);
+    table_->setWordWrap(false);
+    table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + 6);
     table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table_->setMaximumHeight(160);
 

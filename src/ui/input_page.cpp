@@ -177,6 +177,7 @@ QWidget* frmMain::BuildInputPage() {
     split->setStretchFactor(0, 3);
     split->setStretchFactor(1, 2);
     split->setCollapsible(0, false);
+    split->setSizes({660, 400});
 
     auto* layout = new QVBoxLayout(page);
     layout->addWidget(split, 1);
