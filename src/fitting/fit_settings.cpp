@@ -105,7 +105,14 @@ FitSettings DataSettingsOf(const ResponseRecord& r) {
 }
 
 FitSettings ReadFitSettings(const std::string& folder, const std::string& name) {
-    FitSettings f = ReadDataSettings(folder, name);
+    FitSettings f = FitSettingsOf(ReadRecord(folder, name));
+    f.responseFolder = folder;
+    f.responseName = name;
+    return f;
+}
+
+FitSettings FitSettingsOf(const ResponseRecord& record) {
+    FitSettings f = DataSettingsOf(record);
     const auto& a = f.record.Answers;
     const ModelKind* kind = FindModelKind(f.modelId);
     f.xnorm = AnswerNonZero(a[6], 6, "X-axis normalization factor");

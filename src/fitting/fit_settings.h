@@ -39,5 +39,7 @@ FitSettings DataSettingsOf(const ResponseRecord& record);
 // Reads the response file `folder`/`name` with the program's own reader and checks its
 // answers; raises FitInputError saying what is wrong.
 FitSettings ReadFitSettings(const std::string& folder, const std::string& name);
+// The same checks on answers already read (or on the form).
+FitSettings FitSettingsOf(const ResponseRecord& record);
 
 }  // namespace quillet::fitting

@@ -95,6 +95,8 @@ double NormalisationFor(const std::vector<double>& values) {
     return largest > 0 ? std::pow(10.0, std::round(std::log10(largest))) : 1;
 }
 
+std::string ProposedScale(const std::vector<double>& values) { return FormatShort(NormalisationFor(values), 5); }
+
 std::vector<double> SuggestedParameters(const DataPoints& data, const Model& model, double xnorm, double ynorm,
                                         bool weighted, std::vector<std::string>& remarks) {
     const suggest::Samples s = Normalised(data, xnorm, ynorm);

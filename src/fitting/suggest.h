@@ -28,4 +28,8 @@ double NormalisationFor(const std::vector<double>& values);
 std::vector<double> SuggestedParameters(const DataPoints& data, const Model& model, double xnorm, double ynorm,
                                         bool weighted, std::vector<std::string>& remarks);
 
+// Question 6 or 7 proposed for the X or Y values of the data: a power of ten near the largest
+// magnitude, so that the normalised values are of order 1.
+std::string ProposedScale(const std::vector<double>& values);
+
 }  // namespace quillet::fitting

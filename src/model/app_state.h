@@ -30,6 +30,7 @@ struct AppState {
     std::string DeleteFolder;        // where the Delete dialog starts next time
     std::string FileExt = ".Fit";
     std::int16_t RunCount = 0;
+    int RunsEnded = 0;  // runs ended since start; viewers reload when it changes
 
     // Flags.
     bool DataChanged = false;

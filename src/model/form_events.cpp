@@ -208,6 +208,8 @@ void InitFormDesign(AppState& s) {
     f.Combo10.items = kCombo10Entries;
     f.Combo10.visible = false;
     f.cmdFileData.caption = "...";
+    f.cmdNewFromData.caption = "New from Data File...";
+    f.cmdNewFromData.toolTip = "Makes a new response file beside a data file in any folder, with questions 1, 3, 4, 6 and 7 answered from the data";
     f.cmdSuggest.caption = "Su&ggest";
     f.cmdSuggest.toolTip = "Proposes the starting values of questions 8 to 12 from the data file";
     f.cmdSubmit.caption = "Submit Batch &Run";

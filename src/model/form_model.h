@@ -14,7 +14,7 @@ enum class Ctl {
     Amplitude, PW50, PeakLocations, Amplitude2, Note1, Note2,
     Remax, Detail, Delta, PreDamp, Damp, Rho,
     tPause, tbXvalue, tbYanswer, tbDeviation, Combo10, cboPatterns,
-    chkWeight, AutoExit, cmdFileData, cmdSuggest, cmdPlots, cmdSubmit,
+    chkWeight, AutoExit, cmdFileData, cmdNewFromData, cmdSuggest, cmdPlots, cmdSubmit,
     cmdEditSolverData, cmdDefaultSolverData, cmdCalculate,
 };
 
@@ -81,6 +81,7 @@ struct FormModel {
     CheckBox chkWeight{Ctl::chkWeight};
     TextBox Note1{Ctl::Note1}, Note2{Ctl::Note2};
     Button cmdFileData{Ctl::cmdFileData};
+    Button cmdNewFromData{Ctl::cmdNewFromData};
     Button cmdSuggest{Ctl::cmdSuggest};
     Button cmdSubmit{Ctl::cmdSubmit};
     TextBox tPause{Ctl::tPause};

@@ -10,6 +10,7 @@
 #include "model/catalogue.h"
 #include "model/file_commands.h"
 #include "run/command_line.h"
+#include "run/run_outcome.h"
 
 namespace quillet {
 
@@ -133,9 +134,12 @@ void FileRun(AppState& s) {
         EnsureOutputDir(s);
         s.form.cmdPlots.enabled = true;
         s.CommandLine = JoinPath(s.env.programDir, RunScriptName()) + " " + args;
-        s.env.runner->Run(s.CommandLine, s.env.currentFolder, !s.form.AutoExit.value);
+        const auto started = std::filesystem::file_time_type::clock::now();
+        const int status = s.env.runner->Run(s.CommandLine, s.env.currentFolder, !s.form.AutoExit.value);
+        ++s.RunsEnded;
         // The run's model file is what the calculator evaluates next.
         s.form.calcFolder = OutputFolder(s);
+        ReportRunOutcome(s, ReadRunOutcome(JoinPath(OutputFolder(s), "~Quillet.out"), status, started));
     } catch (const RuntimeError&) {
         ReportMissing(s, "exitWin");
     }

@@ -54,6 +54,7 @@ const char* CtlName(Ctl id) {
         case Ctl::chkWeight: return "chkWeight";
         case Ctl::AutoExit: return "AutoExit";
         case Ctl::cmdFileData: return "cmdFileData";
+        case Ctl::cmdNewFromData: return "cmdNewFromData";
         case Ctl::cmdSuggest: return "cmdSuggest";
         case Ctl::cmdPlots: return "cmdPlots";
         case Ctl::cmdSubmit: return "cmdSubmit";

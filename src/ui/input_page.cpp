@@ -8,11 +8,14 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QSplitter>
 
+#include "fitting/new_from_data.h"
 #include "fitting/suggest_form.h"
 #include "model/form_events.h"
 #include "model/question_form.h"
 #include "run/submit.h"
+#include "ui/data_view.h"
 #include "ui/main_window.h"
 
 namespace quillet::ui {
@@ -61,7 +64,10 @@ QWidget* frmMain::BuildInputPage() {
     browse->setMaximumWidth(browse->fontMetrics().horizontalAdvance("...") * 4);
     fileLayout->addWidget(timeData, 1);
     fileLayout->addWidget(browse);
+    auto* fromData = new QPushButton(fileRow);
+    fileLayout->addWidget(fromData);
     b.BindText(timeData, f.timeData);
+    b.BindButton(fromData, f.cmdNewFromData, [](AppState& s) { fitting::NewFromDataFile(s); });
     b.BindButton(browse, f.cmdFileData, [](AppState& s) { cmdFileData_Click(s); });
     addQuestion(f.Question[1], "Question1", fileRow);
 
@@ -162,8 +168,19 @@ QWidget* frmMain::BuildInputPage() {
     runGrid->addWidget(plots, 1, 4);
     runGrid->setColumnStretch(2, 1);
 
+    // The data view beside the questions; dragging the handle to the edge hides it.
+    dataView_ = new DataView(state(), page);
+    auto* split = new QSplitter(Qt::Horizontal, page);
+    split->setObjectName("inputSplitter");
+    split->addWidget(scroll);
+    split->addWidget(dataView_);
+    split->setStretchFactor(0, 3);
+    split->setStretchFactor(1, 2);
+    split->setCollapsible(0, false);
+    split->setSizes({660, 400});
+
     auto* layout = new QVBoxLayout(page);
-    layout->addWidget(scroll, 1);
+    layout->addWidget(split, 1);
     layout->addWidget(run);
     return page;
 }

@@ -4,6 +4,7 @@
 #include <QMenuBar>
 
 #include "env/settings.h"
+#include "fitting/new_from_data.h"
 #include "model/file_commands.h"
 #include "model/startup.h"
 #include "run/submit.h"
@@ -38,13 +39,14 @@ void frmMain::BuildMenus() {
     QMenu* file = menu("mnuFile", "&File");
     const std::pair<Entry, std::function<void()>> fileEntries[] = {
         {{"mnuFileNew", "&New"}, command(FileNew)},
+        {{"mnuFileNewFromData", "New &from Data File..."}, command(fitting::NewFromDataFile)},
         {{"mnuFileOpen", "&Open ..."}, command(FileOld)},
         {{"mnuFileSave", "&Save"}, command(FileSave)},
         {{"mnuFileSaveAs", "Save &As ..."}, [this] { binder_.Call([](AppState& s) { FileSaveAs(s); }); }},
         {{"mnuFileDelete", "&Delete ..."}, command(FileDelete)},
         {{"mnuFileSeperater", nullptr}, nullptr},
         {{"mnuFileSubmit", "Submit &Run"}, command(cmdSubmit_Click)},
-        {{"mnuFileSeries", "Fit a Series of Data &Files..."}, [this] { ChooseSeries(); }},
+        {{"mnuFileSeries", "Fit a S&eries of Data Files..."}, [this] { ChooseSeries(); }},
         {{"mnuFileSeperater2", nullptr}, nullptr},
         {{"mnuFileExit", "E&xit"}, [this] { binder_.Call([](AppState& s) { CloseProgram(s); }); }},
     };

@@ -18,6 +18,7 @@
 #include "model/startup.h"
 #include "run/launcher.h"
 #include "ui/calculator_page.h"
+#include "ui/data_view.h"
 #include "ui/demos_page.h"
 #include "ui/links.h"
 #include "ui/manual_window.h"
@@ -50,9 +51,18 @@ frmMain::frmMain(AppState& s, QWidget* parent) : QMainWindow(parent), binder_(s,
     });
     // A routine that unloads the main form ends the program.
     binder_.AfterCall([this] {
-        if (state().env.quitRequested) close();
+        if (state().env.quitRequested) {
+            close();
+            return;
+        }
+        if (state().RunsEnded != runsSeen_) {
+            runsSeen_ = state().RunsEnded;
+            ReloadViewers();
+        }
+        dataView_->ScheduleRedraw();
     });
     binder_.Refresh();
+    dataView_->ScheduleRedraw();
 
     // Usable from 800x600 up; a larger screen gets a larger window, never a fixed one.
     const QSize avail = screen() ? screen()->availableSize() : QSize(1280, 900);
@@ -97,18 +107,29 @@ void frmMain::dropEvent(QDropEvent* event) {
 }
 
 void frmMain::OpenLastOutput() {
-    auto* viewer = new OutputViewer(this);
-    viewer->setAttribute(Qt::WA_DeleteOnClose);
-    viewer->Load(QString::fromStdString(JoinPath(FindLastRun(state().env).outputFolder, "~Quillet.out")));
-    viewer->show();
+    if (!output_) {
+        output_ = new OutputViewer(this);
+        output_->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    output_->Load(QString::fromStdString(JoinPath(FindLastRun(state().env).outputFolder, "~Quillet.out")));
+    output_->show();
+    output_->raise();
 }
 
 void frmMain::OpenLastPlots() {
     const LastRun last = FindLastRun(state().env);
-    auto* viewer = new PlotViewer(this);
-    viewer->setAttribute(Qt::WA_DeleteOnClose);
-    viewer->Load(QString::fromStdString(JoinPath(last.outputFolder, last.plotFile)));
-    viewer->show();
+    if (!plots_) {
+        plots_ = new PlotViewer(this);
+        plots_->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    plots_->Load(QString::fromStdString(JoinPath(last.outputFolder, last.plotFile)));
+    plots_->show();
+    plots_->raise();
+}
+
+void frmMain::ReloadViewers() {
+    if (output_) OpenLastOutput();
+    if (plots_) OpenLastPlots();
 }
 
 void frmMain::OpenManualSection(const QString& heading) {

@@ -2,6 +2,7 @@
 // frmMain: the tabs, the menus and the windows they open. Every widget mirrors the form
 // model; every command calls the library.
 #include <QMainWindow>
+#include <QPointer>
 
 #include "model/app_state.h"
 #include "ui/form_binder.h"
@@ -11,7 +12,10 @@ class QTabWidget;
 
 namespace quillet::ui {
 
+class DataView;
 class DemosPage;
+class OutputViewer;
+class PlotViewer;
 
 class frmMain : public QMainWindow {
     Q_OBJECT
@@ -25,8 +29,12 @@ public:
     void ShowTab(Tab tab);
 
     // The last run's report and plot file, in the run's output folder.
+    // An open viewer is brought to the front and reloaded, not opened twice.
     void OpenLastOutput();
     void OpenLastPlots();
+    // After every run the open viewers show what it left.
+    void ReloadViewers();
+    DataView* dataView() const { return dataView_; }
     void OpenManualSection(const QString& heading);
     void OpenDocument(const std::string& menu);
     void OpenWebEntry(const std::string& menu);
@@ -50,6 +58,10 @@ private:
     FormBinder binder_;
     QTabWidget* tabs_;
     DemosPage* demos_;
+    DataView* dataView_ = nullptr;
+    QPointer<OutputViewer> output_;
+    QPointer<PlotViewer> plots_;
+    int runsSeen_ = 0;
 };
 
 }  // namespace quillet::ui

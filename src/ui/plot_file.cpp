@@ -30,6 +30,8 @@ void ReadHeader(const QString& header, PlotData& out, Columns& cols) {
     } else if (header.startsWith("rss:")) {
         out.rss = Field(header, "rss");
         out.stddev = Field(header, "stddev");
+    } else if (header.startsWith("verdict:")) {
+        out.verdict = header.mid(8).trimmed();
     } else if (header.startsWith("columns:")) {
         const QStringList names = header.mid(8).split(QRegularExpression("\\s+"), Qt::SkipEmptyParts);
         auto at = [&names](const char* name, int fallback) {

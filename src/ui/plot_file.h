@@ -13,6 +13,7 @@ struct PlotData {
     QString yLabel;
     QString rss;
     QString stddev;
+    QString verdict;  // "converged", "not converged"; empty when the file does not say
     QList<QPointF> data;       // x, y
     QList<QPointF> fit;        // x, fitted y
     QList<QPointF> residuals;  // x, residual

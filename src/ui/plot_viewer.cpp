@@ -19,6 +19,8 @@
 #include <vector>
 
 #include "model/calculator.h"
+#include "run/run_outcome.h"
+#include "ui/output_viewer.h"
 
 namespace quillet::ui {
 
@@ -124,6 +126,7 @@ PlotViewer::PlotViewer(QWidget* parent) : QDialog(parent) {
     add("Zoom &Out", "", [this] { ZoomOut(); });
     add("&Reset Zoom", "", [this] { ResetZoom(); });
     buttons->addStretch();
+    report_ = add("Show &Report", "The report of the run: ~Quillet.out", [this] { ShowReport(); });
     add("&Export ...", "Save the plots as PNG or SVG", [this] { Export(); });
     add("&Close", "", [this] { accept(); });
 
@@ -136,18 +139,40 @@ PlotViewer::PlotViewer(QWidget* parent) : QDialog(parent) {
 
 QChart* PlotViewer::curveChart() const { return curveView_->chart(); }
 QChart* PlotViewer::residualChart() const { return residualView_->chart(); }
+QString PlotViewer::infoText() const { return info_->text(); }
+bool PlotViewer::chartsShown() const { return !charts_->isHidden(); }
+
+void PlotViewer::ShowReport() {
+    auto* viewer = new OutputViewer(this);
+    viewer->setAttribute(Qt::WA_DeleteOnClose);
+    viewer->Load(reportPath_);
+    viewer->show();
+}
 
 bool PlotViewer::Load(const QString& path) {
     QString error;
     const bool ok = ReadPlotFile(path, data_, error);
     setWindowTitle("Quillet plots - " + QFileInfo(path).fileName());
+    reportPath_ = QFileInfo(path).dir().filePath("~Quillet.out");
+    const RunOutcome outcome = ReadRunOutcome(reportPath_.toStdString(), 0);
+    report_->setVisible(!outcome.reportPath.empty());
     if (!ok) data_ = PlotData{};
     if (QList<QPointF> smooth = SmoothFit(path, data_); !smooth.isEmpty()) data_.fit = smooth;
     Show();
-    info_->setText(ok ? QString("Residual sum of squares: %1    Standard deviation: %2    Points: %3")
-                            .arg(data_.rss.isEmpty() ? "-" : data_.rss, data_.stddev.isEmpty() ? "-" : data_.stddev)
-                            .arg(data_.data.size())
-                      : error);
+    // Empty axes would look like a fit of nothing: a failed run is said in words instead.
+    charts_->setVisible(ok);
+    auto number = [](const QString& text) {
+        return text.isEmpty() ? QString("-") : QString::fromStdString(ShortNumberText(text.toStdString()));
+    };
+    if (ok)
+        info_->setText(QString("%1Residual sum of squares: %2    Standard deviation: %3    Points: %4")
+                           .arg(data_.verdict.isEmpty() ? QString() : "Verdict: " + data_.verdict + "    ",
+                                number(data_.rss), number(data_.stddev))
+                           .arg(data_.data.size()));
+    else if (outcome.kind == RunOutcome::Kind::Failed)
+        info_->setText("The last run failed: " + QString::fromStdString(outcome.reason));
+    else
+        info_->setText(error);
     return ok;
 }
 

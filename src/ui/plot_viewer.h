@@ -8,6 +8,7 @@
 class QChart;
 class QChartView;
 class QLabel;
+class QPushButton;
 class QValueAxis;
 
 namespace quillet::ui {
@@ -21,6 +22,11 @@ public:
     const PlotData& data() const { return data_; }
     QChart* curveChart() const;
     QChart* residualChart() const;
+    // The text under the plots: the fit's numbers, or why there is nothing to show.
+    QString infoText() const;
+    bool chartsShown() const;
+    // Opens the report of the run beside the plot file.
+    void ShowReport();
 
     void ZoomIn();
     void ZoomOut();
@@ -35,6 +41,8 @@ private:
     QChartView* curveView_;
     QChartView* residualView_;
     QLabel* info_;
+    QPushButton* report_;
+    QString reportPath_;
     PlotData data_;
 };
 

@@ -1,6 +1,7 @@
 #include "ui/run_window.h"
 
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QFontDatabase>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -9,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "run/command_line.h"
+#include "run/run_outcome.h"
 
 namespace quillet::ui {
 
@@ -54,6 +56,8 @@ RunWindow::RunWindow(QWidget* parent) : QDialog(parent) {
 int RunWindow::Exec(const QString& program, const QStringList& arguments, const QString& workingDir,
                     bool keepOpen) {
     keepOpen_ = keepOpen;
+    workingDir_ = workingDir;
+    started_ = std::filesystem::file_time_type::clock::now();
     command_->setText(program + " " + arguments.join(' '));
     status_->setText("Running ...");
     process_.setWorkingDirectory(workingDir);
@@ -63,6 +67,7 @@ int RunWindow::Exec(const QString& program, const QStringList& arguments, const 
 }
 
 QString RunWindow::output() const { return log_->toPlainText(); }
+QString RunWindow::statusLine() const { return status_->text(); }
 
 void RunWindow::reject() {
     // Escape and the title bar's close do nothing while the command runs.
@@ -78,8 +83,14 @@ void RunWindow::Append(const QByteArray& bytes) {
 void RunWindow::Finished(int exitCode, QProcess::ExitStatus status) {
     Append(process_.readAll());
     result_ = status == QProcess::NormalExit ? exitCode : -1;
-    status_->setText(status == QProcess::NormalExit ? QString("Finished with status %1.").arg(exitCode)
-                                                    : QString("Stopped."));
+    // The last line says what the run came to, from the report the solver left in "output".
+    const RunOutcome outcome = ReadRunOutcome(
+        QDir(workingDir_).filePath("output/~Quillet.out").toStdString(), result_, started_);
+    QString line = QString::fromStdString(OutcomeLine(outcome));
+    if (line.isEmpty())
+        line = status == QProcess::NormalExit ? QString("Finished with status %1.").arg(exitCode) : QString("Stopped.");
+    for (const auto& flag : outcome.flags) line += "\nFlagged: " + QString::fromStdString(flag);
+    status_->setText(line);
     stop_->setEnabled(false);
     close_->setEnabled(true);
     close_->setDefault(true);

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QProcess>
 #include <QStringDecoder>
+#include <filesystem>
 
 #include "env/ports.h"
 
@@ -23,6 +24,8 @@ public:
     // it could not start or was stopped) once the window has closed.
     int Exec(const QString& program, const QStringList& arguments, const QString& workingDir, bool keepOpen);
     QString output() const;
+    // The last line: what the run came to.
+    QString statusLine() const;
     bool running() const { return process_.state() != QProcess::NotRunning; }
 #ifdef _WIN32
     void setNativeArguments(const QString& a) { process_.setNativeArguments(a); }
@@ -43,6 +46,8 @@ private:
     QPlainTextEdit* log_;
     QPushButton* stop_;
     QPushButton* close_;
+    QString workingDir_;
+    std::filesystem::file_time_type started_;
     bool keepOpen_ = false;
     int result_ = -1;
 };

@@ -43,8 +43,8 @@ protected:
 TEST_F(Menus, EveryCaptionIsExactInItsPlace) {
     const std::vector<std::pair<QString, QStringList>> menus = {
         {"&File",
-         {"&New", "&Open ...", "&Save", "Save &As ...", "&Delete ...", "Recent Files", "", "Submit &Run",
-          "Fit a Series of Data &Files...", "", "E&xit"}},
+         {"&New", "New &from Data File...", "&Open ...", "&Save", "Save &As ...", "&Delete ...", "Recent Files", "",
+          "Submit &Run", "Fit a S&eries of Data Files...", "", "E&xit"}},
         {"&Demos", {"Run &Demo ..."}},
         {"&View", {"Calculus-level App Features", "CurveFitting with Lorentzian series",
                    "Lorrentzian vs. Mod. Lorentzian series", "", "&Demos Tab", "&Last Output ...", "&Plots ..."}},

@@ -1,6 +1,7 @@
 // Takes the screenshots of the manual and the README: every tab, the run window of a demo run,
-// the plot and output viewers, About and E-mail, File > Recent Files and the question asked when
-// the window closes with unsaved answers. Run it on a display (Xvfb serves) with a built
+// the plot and output viewers, the walk of a new user from a data file to a fit, About and E-mail,
+// File > Recent Files and the question asked when the window closes with unsaved answers. Run it
+// on a display (Xvfb serves) with a built
 // program folder whose solver works, and a registry folder of its own:
 //   QUILLET_REGISTRY_DIR=DIR quillet_screenshots PROGRAM_FOLDER OUTPUT_FOLDER
 #include <QAbstractButton>
@@ -18,9 +19,16 @@
 #include <QProcess>
 #include <QFile>
 #include <QComboBox>
+#include <cmath>
 #include <cstdio>
 
+#include "env/errors.h"
+#include "env/files.h"
 #include "env/paths.h"
+#include "fitting/new_from_data.h"
+#include "fitting/suggest_form.h"
+#include "run/submit.h"
+#include "ui/data_view.h"
 #include "env/registry_backend.h"
 #include "model/calculator.h"
 #include "model/file_commands.h"
@@ -89,6 +97,88 @@ void OpenResponse(AppState& s, const std::string& folder, const std::string& nam
     PutAnswers(s);
     ShowFilename(s);
     s.DataChanged = false;
+}
+
+// The walk of a new user: answers the file dialogs with the walk's files and every question
+// box as its default button would, so that the walk runs without a person.
+class WalkDialogs : public Dialogs {
+public:
+    std::vector<std::string> files;  // what the file dialogs return, in order
+    std::vector<std::string> shown;  // every message box's text
+    int MsgBox(const std::string& text, int style, const std::string&) override {
+        shown.push_back(text);
+        if ((style & 7) == mb::YesNo || (style & 7) == mb::YesNoCancel) return mb::Yes;
+        return mb::OK;
+    }
+    std::string FileDialog(const FileDialogRequest&) override {
+        if (files.empty()) Raise(err::DialogCancelled);
+        std::string f = files.front();
+        files.erase(files.begin());
+        return f;
+    }
+};
+
+// Two Gaussian peaks on a slope with a little noise, under a header of two lines.
+std::string TwoPeaks() {
+    std::string text = "Two peaks, measured 2026-11-16\r\nchannel  counts\r\n";
+    unsigned noise = 12345;
+    for (int i = 0; i <= 200; ++i) {
+        const double x = i * 0.5;
+        noise = noise * 1103515245u + 12345u;
+        const double y = 40 + 0.1 * x + 300 * std::exp(-std::pow((x - 35) / 6, 2) / 2) +
+                         180 * std::exp(-std::pow((x - 62) / 9, 2) / 2) + ((noise >> 16) % 200) / 20.0 - 5;
+        char line[64];
+        std::snprintf(line, sizeof line, "%.1f %.2f\r\n", x, y);
+        text += line;
+    }
+    return text;
+}
+
+// The walk from a data file in a folder of its own to a converged fit, a screenshot a step.
+void Walk(ui::frmMain& window, AppState& s, Shooter& shoot) {
+    const std::string folder = QDir::temp().filePath("quillet-walk").toStdString();
+    QDir(QString::fromStdString(folder)).removeRecursively();
+    QDir().mkpath(QString::fromStdString(folder));
+    const std::string data = JoinPath(folder, "two_peaks.dat");
+    WriteFileAtomically(data, TwoPeaks());
+    WalkDialogs dialogs;
+    Dialogs* desktop = s.env.dialogs;
+    s.env.dialogs = &dialogs;
+    window.ShowTab(Tab::Input);
+    window.binder().Call([](AppState& st) { Methods_Click(st, 0); st.DataChanged = false; });
+
+    dialogs.files = {data};
+    window.binder().Call([](AppState& st) { fitting::NewFromDataFile(st); });
+    window.dataView()->Redraw();
+    shoot(&window, "walk-1-new-from-data");
+
+    window.binder().Call([](AppState& st) {
+        Methods_Click(st, 7);  // Bell Curve
+        SetText(st, st.form.nTerms, "2");
+    });
+    window.dataView()->Redraw();
+    shoot(&window, "walk-2-model-and-terms");
+
+    window.binder().Call([](AppState& st) { fitting::cmdSuggest_Click(st); });
+    window.dataView()->Redraw();
+    shoot(&window, "walk-3-suggest");
+
+    // Submit: the save prompt, then Save As proposing the same name, then the run window.
+    dialogs.files = {JoinPath(folder, "two_peaks.Fit")};
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, [&] {
+        auto* run = Showing<ui::RunWindow>();
+        if (!run || run->running()) return;
+        poll.stop();
+        shoot(run, "walk-4-run");
+        run->accept();
+    });
+    poll.start(100);
+    window.binder().Call([](AppState& st) { cmdSubmit_Click(st); });
+    window.dataView()->Redraw();
+    shoot(&window, "walk-5-fit");
+    for (const auto& text : dialogs.shown) std::fprintf(stderr, "walk: message: %s\n", text.c_str());
+    s.env.dialogs = desktop;
 }
 
 }  // namespace
@@ -169,6 +259,9 @@ int main(int argc, char** argv) {
     auto* output = Showing<ui::OutputViewer>();
     shoot(output, "output");
     if (output) output->close();
+
+    if (auto* output = Showing<ui::OutputViewer>()) output->close();
+    Walk(window, s, shoot);
 
     ui::frmAbout about(&window);
     about.show();

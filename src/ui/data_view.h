@@ -1,0 +1,44 @@
+#pragma once
+// The data view beside the questions: the points the run would fit, the curve of the starting
+// values, and after a run the fitted curve, the residuals and the parameters. Redrawn shortly
+// after the answers change, so typing never waits for a file to be read.
+#include <QList>
+#include <QPointF>
+#include <QTimer>
+#include <QWidget>
+
+#include "model/app_state.h"
+
+class QChartView;
+class QLabel;
+class QTableWidget;
+
+namespace quillet::ui {
+
+class DataView : public QWidget {
+    Q_OBJECT
+public:
+    explicit DataView(AppState& s, QWidget* parent = nullptr);
+    // Redraws once the answers have rested for a moment.
+    void ScheduleRedraw();
+    void Redraw();
+    bool redrawPending() const { return timer_.isActive(); }
+
+    QList<QPointF> points() const;
+    QList<QPointF> startCurve() const;
+    QList<QPointF> fittedCurve() const;
+    QString message() const;
+    QString verdict() const;
+    QTableWidget* parameters() const { return table_; }
+
+private:
+    AppState& s_;
+    QTimer timer_;
+    QChartView* curveView_;
+    QChartView* residualView_;
+    QLabel* message_;
+    QLabel* verdict_;
+    QTableWidget* table_;
+};
+
+}  // namespace quillet::ui
