@@ -40,6 +40,64 @@ std::string Joined(const std::vector<double>& values) {
     return text;
 }
 
+// The sum of squares left by the best offset and amplitudes for exponential `rates`.
+double RssForRates(const suggest::Samples& s, const std::vector<double>& rates) {
+    const Model m(*FindModelKind(model::Exponential), static_cast<int>(rates.size()));
+    FitProblem fp;
+    fp.model = &m;
+    fp.u = s.u;
+    fp.v = s.v;
+    fp.start.assign(static_cast<std::size_t>(m.parameterCount()), 0.0);
+    for (std::size_t i = 0; i < rates.size(); ++i) fp.start[static_cast<std::size_t>(m.index(1, static_cast<int>(i) + 1))] = rates[i];
+    const std::vector<double> p = BestLinearFor(fp);
+    if (p.empty()) return HUGE_VAL;
+    double rss = 0;
+    for (std::size_t j = 0; j < s.u.size(); ++j) {
+        const double d = m.Value(p.data(), s.u[j], nullptr) - s.v[j];
+        rss += d * d;
+    }
+    return std::isfinite(rss) ? rss : HUGE_VAL;
+}
+
+// Rates picked one by one from a ladder of decays (0.3 to 300 e-folds over the record) and
+// growths, each the one that leaves the least sum of squares with those before it, then each
+// picked again with the others held: noise cannot invent a rate the data do not carry.
+std::vector<double> LadderRates(const suggest::Samples& s, int count) {
+    const double span = s.u.back() - s.u.front();
+    std::vector<double> ladder;
+    for (int k = 0; k < 48; ++k) ladder.push_back(-0.3 * std::pow(1000.0, k / 47.0) / span);
+    for (int k = 0; k < 8; ++k) ladder.push_back(0.3 * std::pow(20.0, k / 7.0) / span);
+    std::vector<double> rates;
+    auto pick = [&](std::size_t slot) {
+        double least = HUGE_VAL;
+        std::vector<double> trial = rates;
+        for (double r : ladder) {
+            if (std::find(rates.begin(), rates.end(), r) != rates.end()) continue;
+            trial[slot] = r;
+            if (const double rss = RssForRates(s, trial); rss < least) least = rss, rates[slot] = r;
+        }
+    };
+    for (int k = 0; k < count; ++k) {
+        rates.push_back(0);
+        pick(rates.size() - 1);
+    }
+    for (std::size_t k = 0; k + 1 < rates.size(); ++k) pick(k);
+    std::sort(rates.begin(), rates.end());
+    return rates;
+}
+
+// The rates of the matrix pencil or of the ladder, whichever leaves less of the data unexplained.
+std::vector<double> ExponentialShapes(const suggest::Samples& s, int count, std::vector<std::string>& remarks) {
+    if (!(s.u.back() > s.u.front())) return suggest::ExponentialRates(s, count, remarks);
+    const suggest::Samples few = suggest::Thinned(s, 400);
+    std::vector<std::string> pencilRemarks;
+    const std::vector<double> pencil = suggest::ExponentialRates(s, count, pencilRemarks);
+    const std::vector<double> ladder = LadderRates(few, count);
+    if (RssForRates(few, ladder) < RssForRates(few, pencil)) return ladder;
+    remarks.insert(remarks.end(), pencilRemarks.begin(), pencilRemarks.end());
+    return pencil;
+}
+
 // The shape parameters of every term guessed from the data, in a full parameter vector.
 std::vector<double> GuessedShapes(const Model& model, const suggest::Samples& s, std::vector<std::string>& remarks) {
     std::vector<double> p(static_cast<std::size_t>(model.parameterCount()), 0.0);
@@ -74,7 +132,7 @@ std::vector<double> GuessedShapes(const Model& model, const suggest::Samples& s,
             set(2, widths);
             break;
         }
-        case model::Exponential: set(1, suggest::ExponentialRates(s, n, remarks)); break;
+        case model::Exponential: set(1, ExponentialShapes(s, n, remarks)); break;
         case model::Sine: set(1, suggest::SineFrequencies(s, n)); break;
         case model::SineExponential: {
             const std::vector<double> frequencies = suggest::SineFrequencies(s, n);

@@ -33,18 +33,6 @@ std::vector<double> Resampled(const Samples& s, std::size_t count, double& step)
     return y;
 }
 
-// Every k-th point, so that at most `most` remain.
-Samples Thinned(const Samples& s, std::size_t most) {
-    const std::size_t every = (s.u.size() + most - 1) / most;
-    if (every <= 1) return s;
-    Samples t;
-    for (std::size_t i = 0; i < s.u.size(); i += every) {
-        t.u.push_back(s.u[i]);
-        t.v.push_back(s.v[i]);
-    }
-    return t;
-}
-
 // Rates spread over the record, for when the data say nothing clearer.
 std::vector<double> SpreadRates(const Samples& s, int count) {
     const double span = std::max(s.u.back() - s.u.front(), 1e-300);
@@ -103,6 +91,17 @@ std::vector<double> Periodogram(const std::vector<double>& u, const std::vector<
 }
 
 }  // namespace
+
+Samples Thinned(const Samples& s, std::size_t most) {
+    const std::size_t every = (s.u.size() + most - 1) / most;
+    if (every <= 1) return s;
+    Samples t;
+    for (std::size_t i = 0; i < s.u.size(); i += every) {
+        t.u.push_back(s.u[i]);
+        t.v.push_back(s.v[i]);
+    }
+    return t;
+}
 
 std::vector<double> ExponentialRates(const Samples& s, int count, std::vector<std::string>& remarks) {
     const std::size_t n = std::min(s.u.size(), kPencilPoints);

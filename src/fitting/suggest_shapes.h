@@ -19,6 +19,9 @@ struct Peak {
 // over, and `remarks` says so. `gaussian` shapes the bumps subtracted for those.
 std::vector<Peak> FindPeaks(const Samples& s, int count, bool gaussian, std::vector<std::string>& remarks);
 
+// Every k-th point, so that at most `most` remain.
+Samples Thinned(const Samples& s, std::size_t most);
+
 // `count` exponential rates (per unit of u) by the matrix pencil method on evenly resampled data.
 std::vector<double> ExponentialRates(const Samples& s, int count, std::vector<std::string>& remarks);
 
