@@ -1,6 +1,10 @@
 #include "cli/cli_state.h"
 
 #include <filesystem>
+#include <iostream>
+
+#include "env/errors.h"
+#include "model/response_file.h"
 
 #include "env/paths.h"
 #include "model/form_events.h"
@@ -18,6 +22,16 @@ CliSession::CliSession() {
     InitFormDesign(state);
     Questions_Visible(state);
     selectSolverQuest(state);
+}
+
+int CliSession::SaveForm(const std::string& name, const std::string& folder) {
+    try {
+        WriteAnsFile(state, name, folder);
+    } catch (const RuntimeError& e) {
+        std::cerr << UnexpectedErrorText(e) << "\n";
+        return 1;
+    }
+    return state.PathStatus == "Ok" ? 0 : 1;
 }
 
 }  // namespace quillet::cli

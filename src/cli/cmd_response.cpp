@@ -85,13 +85,7 @@ int RunWrite(const std::vector<std::string>& args) {
     JsonToForm(s, j);
     std::string folder;
     std::string name = SplitPath(s.env, args[0], folder);
-    try {
-        WriteAnsFile(s, name, folder);
-    } catch (const RuntimeError& e) {
-        std::cerr << UnexpectedErrorText(e) << "\n";
-        return 1;
-    }
-    return s.PathStatus == "Ok" ? 0 : 1;
+    return session.SaveForm(name, folder);
 }
 
 }  // namespace

@@ -61,13 +61,7 @@ int RunSuggest(const std::vector<std::string>& args) {
     if (!write) return 0;
     PutAnswers(s);
     fitting::PutSuggestion(s, suggestion);
-    try {
-        WriteAnsFile(s, name, folder);
-    } catch (const RuntimeError& e) {
-        std::cerr << UnexpectedErrorText(e) << "\n";
-        return 1;
-    }
-    return s.PathStatus == "Ok" ? 0 : 1;
+    return session.SaveForm(name, folder);
 }
 
 }  // namespace
