@@ -5,7 +5,6 @@
 
 #include "cli/cli_state.h"
 #include "cli/commands.h"
-#include "env/errors.h"
 #include "env/paths.h"
 #include "fitting/fit_error.h"
 #include "fitting/suggest_form.h"

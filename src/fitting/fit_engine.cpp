@@ -41,7 +41,7 @@ struct Evaluation {
 };
 
 void SolveLinear(const SeparableModel& sm, Evaluation& ev) {
-    const int m = sm.linearCount(), last = sm.width() - 1;
+    const int m = sm.linearCount(), last = static_cast<int>(ev.r.cols()) - 1;
     const Eigen::MatrixXd r11 = ev.r.topLeftCorner(m, m);
     const Eigen::VectorXd rhs = ev.r.col(last).head(m);
     // Columns scaled to unit length, so the rank test does not depend on the units.
@@ -53,19 +53,21 @@ void SolveLinear(const SeparableModel& sm, Evaluation& ev) {
     cod.compute(r11 * scale.cwiseInverse().asDiagonal());
     ev.c = scale.cwiseInverse().asDiagonal() * cod.solve(rhs);
     ev.linearRank = static_cast<int>(cod.rank());
-    ev.rss = (r11 * ev.c - rhs).squaredNorm() + ev.r.col(last).tail(sm.width() - m).squaredNorm();
+    ev.rss = (r11 * ev.c - rhs).squaredNorm() + ev.r.col(last).tail(last + 1 - m).squaredNorm();
 }
 
-Evaluation Evaluate(const SeparableModel& sm, const FitProblem& fp, const std::vector<double>& alpha) {
+// Without derivatives only the linear solve is made: c and the sum of squares, not a step.
+Evaluation Evaluate(const SeparableModel& sm, const FitProblem& fp, const std::vector<double>& alpha,
+                    bool derivatives = true) {
     Evaluation ev;
-    StreamingQr qr(sm.width());
-    std::vector<double> block(kBlockRows * static_cast<std::size_t>(sm.width()));
+    StreamingQr qr(sm.width(derivatives));
+    std::vector<double> block(kBlockRows * static_cast<std::size_t>(sm.width(derivatives)));
     const double* w = fp.weights.empty() ? nullptr : fp.weights.data();
     const std::size_t n = fp.u.size();
     for (std::size_t first = 0; first < n; first += kBlockRows) {
         const std::size_t rows = std::min(kBlockRows, n - first);
         sm.FillBlock(alpha.data(), fp.u.data() + first, fp.v.data() + first, w ? w + first : nullptr, rows,
-                     block.data());
+                     block.data(), derivatives);
         qr.Fold(block.data(), rows);
     }
     ev.r = qr.R();
@@ -115,7 +117,7 @@ Eigen::VectorXd JacobianTimes(const SeparableModel& sm, const FitProblem& fp, co
                               const Evaluation& ev, const std::vector<double>& beta, const Eigen::VectorXd& cb) {
     const int m = sm.linearCount(), nd = sm.derivativeCount(), width = sm.width();
     const auto w = static_cast<std::size_t>(width);
-    std::vector<double> here(kBlockRows * w), there(kBlockRows * w);
+    std::vector<double> here(kBlockRows * w), there(kBlockRows * static_cast<std::size_t>(m + 1));
     Eigen::VectorXd xtx = Eigen::VectorXd::Zero(width);
     const double* weights = fp.weights.empty() ? nullptr : fp.weights.data();
     const std::size_t n = fp.u.size();
@@ -123,10 +125,10 @@ Eigen::VectorXd JacobianTimes(const SeparableModel& sm, const FitProblem& fp, co
         const std::size_t rows = std::min(kBlockRows, n - first);
         const double* wt = weights ? weights + first : nullptr;
         sm.FillBlock(alpha.data(), fp.u.data() + first, fp.v.data() + first, wt, rows, here.data());
-        sm.FillBlock(beta.data(), fp.u.data() + first, fp.v.data() + first, wt, rows, there.data());
+        sm.FillBlock(beta.data(), fp.u.data() + first, fp.v.data() + first, wt, rows, there.data(), false);
         const auto r = static_cast<Eigen::Index>(rows);
-        Eigen::Map<const Eigen::MatrixXd> x(here.data(), r, width), y(there.data(), r, width);
-        const Eigen::VectorXd residual = y.leftCols(m) * cb - y.col(width - 1);
+        Eigen::Map<const Eigen::MatrixXd> x(here.data(), r, width), y(there.data(), r, m + 1);
+        const Eigen::VectorXd residual = y.leftCols(m) * cb - y.col(m);
         xtx.noalias() += x.transpose() * residual;
     }
     const Eigen::MatrixXd mix = sm.Mixing(ev.c);
@@ -176,9 +178,9 @@ public:
     }
 
 private:
-    Evaluation Evaluated(const std::vector<double>& alpha, FitResult& result) const {
+    Evaluation Evaluated(const std::vector<double>& alpha, FitResult& result, bool derivatives = true) const {
         ++result.evaluations;
-        return Evaluate(sm_, fp_, alpha);
+        return Evaluate(sm_, fp_, alpha, derivatives);
     }
 
     // Parameters on a bound that the gradient presses against it stay where they are.
@@ -236,7 +238,7 @@ private:
         if (free.empty() || !(ev_.r.topLeftCorner(m, m).diagonal().cwiseAbs().minCoeff() > 0)) return acc;
         std::vector<double> beta = alpha_;
         for (std::size_t i = 0; i < beta.size(); ++i) beta[i] += h * velocity(static_cast<Eigen::Index>(i));
-        const Evaluation there = Evaluated(beta, result);
+        const Evaluation there = Evaluated(beta, result, false);
         if (!there.ok) return acc;
         result.evaluations += 2;  // both curves once more over all points
         const Eigen::VectorXd jr = JacobianTimes(sm_, fp_, alpha_, ev_, beta, there.c);

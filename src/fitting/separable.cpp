@@ -158,17 +158,17 @@ void WithSplit(int id, F&& f) {
     }
 }
 
-template <class S>
+template <class S, bool kDerivatives>
 void Fill(const SeparableModel& sm, const double* alpha, const double* u, const double* v, const double* w,
           std::size_t rows, double* out) {
-    constexpr int nb = S::kBasis, ns = S::kShapes;
+    constexpr int nb = S::kBasis, ns = kDerivatives ? S::kShapes : 0;
     const bool offset = sm.model().kind().hasOffset;
     const std::size_t first = offset ? 1 : 0, m = static_cast<std::size_t>(sm.linearCount());
     auto column = [&](std::size_t c) { return out + c * rows; };
     if (offset)
         for (std::size_t j = 0; j < rows; ++j) out[j] = w ? w[j] : 1;
     for (int t = 0; t < sm.model().terms(); ++t) {
-        const double* a = alpha + t * ns;
+        const double* a = alpha + t * S::kShapes;
         double* basis[nb];
         double* derivs[nb * (ns > 0 ? ns : 1)];
         for (int b = 0; b < nb; ++b) {
@@ -176,14 +176,14 @@ void Fill(const SeparableModel& sm, const double* alpha, const double* u, const 
             for (int k = 0; k < ns; ++k) derivs[b * ns + k] = column(m + static_cast<std::size_t>((t * nb + b) * ns + k));
         }
         for (std::size_t j = 0; j < rows; ++j) {
-            double phi[nb], dphi[nb * (ns > 0 ? ns : 1)];
+            double phi[nb], dphi[nb * (S::kShapes > 0 ? S::kShapes : 1)];
             S::Eval(t + 1, a, u[j], phi, dphi);
             const double wj = w ? w[j] : 1;
             for (int b = 0; b < nb; ++b) basis[b][j] = wj * phi[b];
             for (int d = 0; d < nb * ns; ++d) derivs[d][j] = wj * dphi[d];
         }
     }
-    double* data = column(static_cast<std::size_t>(sm.width() - 1));
+    double* data = column(static_cast<std::size_t>(sm.width(kDerivatives) - 1));
     for (std::size_t j = 0; j < rows; ++j) data[j] = (w ? w[j] : 1) * v[j];
 }
 
@@ -201,9 +201,13 @@ SeparableModel::SeparableModel(const Model& model) : model_(model) {
 }
 
 void SeparableModel::FillBlock(const double* alpha, const double* u, const double* v, const double* w,
-                               std::size_t rows, double* out) const {
-    WithSplit(model_.kind().id,
-              [&](auto s) { Fill<decltype(s)>(*this, alpha, u, v, w, rows, out); });
+                               std::size_t rows, double* out, bool derivatives) const {
+    WithSplit(model_.kind().id, [&](auto s) {
+        if (derivatives)
+            Fill<decltype(s), true>(*this, alpha, u, v, w, rows, out);
+        else
+            Fill<decltype(s), false>(*this, alpha, u, v, w, rows, out);
+    });
 }
 
 Eigen::MatrixXd SeparableModel::Mixing(const Eigen::VectorXd& c) const {

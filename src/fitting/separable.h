@@ -23,13 +23,14 @@ public:
     int linearCount() const { return linear_; }         // offset and basis functions
     int nonlinearCount() const { return nonlinear_; }   // shape parameters
     int derivativeCount() const { return derivatives_; }
-    // Columns of a block: the basis, the basis' derivatives by the shape parameters, the data.
-    int width() const { return linear_ + derivatives_ + 1; }
+    // Columns of a block: the basis, the basis' derivatives by the shape parameters (unless
+    // only the linear solve is wanted), the data.
+    int width(bool derivatives = true) const { return linear_ + (derivatives ? derivatives_ : 0) + 1; }
 
-    // `rows` rows of W [basis | derivatives | v] at shape `alpha`, weights w (nullptr: 1),
-    // column-major with leading dimension `rows`.
+    // `rows` rows of W [basis | derivatives | v] (or W [basis | v]) at shape `alpha`, weights w
+    // (nullptr: 1), column-major with leading dimension `rows`.
     void FillBlock(const double* alpha, const double* u, const double* v, const double* w, std::size_t rows,
-                   double* out) const;
+                   double* out, bool derivatives = true) const;
     // The derivatives of the curve by the shape parameters as combinations of the derivative
     // columns, for linear coefficients c: (derivativeCount x nonlinearCount).
     Eigen::MatrixXd Mixing(const Eigen::VectorXd& c) const;
