@@ -91,7 +91,8 @@ Peak Measure(const Samples& s, const std::vector<double>& sm, std::size_t i, dou
     }
     const double half = baseline + p.height / 2;
     const double left = Crossing(s.u, sm, i, -1, half), right = Crossing(s.u, sm, i, +1, half);
-    if (!std::isnan(left) && !std::isnan(right)) p.fwhm = right - left;
+    // The nearer crossing: a neighbour or a dispersive lobe widens only one side.
+    if (!std::isnan(left) && !std::isnan(right)) p.fwhm = 2 * std::min(p.centre - left, right - p.centre);
     else if (!std::isnan(left)) p.fwhm = 2 * (p.centre - left);
     else if (!std::isnan(right)) p.fwhm = 2 * (right - p.centre);
     else p.fwhm = (s.u.back() - s.u.front()) / 4;
