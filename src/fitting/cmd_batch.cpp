@@ -18,7 +18,9 @@ namespace {
 // set it, hence the one flag outside any object.
 std::atomic<bool> interrupted{false};
 
-extern "C" void Interrupt(int) { interrupted = true; }
+extern "C" void Interrupt(int) {
+    interrupted = true;
+}
 
 std::optional<int> Whole(const std::string& text) {
     const auto v = fitting::ParseNumber(text);
@@ -52,7 +54,8 @@ int RunBatch(const std::vector<std::string>& args) {
         } else if (a == "--shard" && hasValue) {
             const std::string& k = args[++i];
             const auto slash = k.find('/');
-            const auto part = Whole(k.substr(0, slash)), parts = Whole(slash == std::string::npos ? "" : k.substr(slash + 1));
+            const auto part = Whole(k.substr(0, slash)),
+                       parts = Whole(slash == std::string::npos ? "" : k.substr(slash + 1));
             if (!part || !parts || *part > *parts) return UsageError(cmd, "--shard takes K/N with 1 <= K <= N");
             request.shard = *part;
             request.shards = *parts;
@@ -90,8 +93,10 @@ int RunBatch(const std::vector<std::string>& args) {
             [&](const fitting::SeriesRow& row, std::size_t done, std::size_t total) {
                 allConverged = allConverged && row.verdict == "converged";
                 std::cout << done << "/" << total << " " << row.dataFile << " " << row.verdict;
-                if (row.verdict == "failed") std::cout << ": " << row.reason;
-                else std::cout << ", RSS " << fitting::FormatShort(row.rss, 7);
+                if (row.verdict == "failed")
+                    std::cout << ": " << row.reason;
+                else
+                    std::cout << ", RSS " << fitting::FormatShort(row.rss, 7);
                 std::cout << std::endl;
             },
             interrupted);

@@ -138,7 +138,7 @@ Eigen::VectorXd JacobianTimes(const SeparableModel& sm, const FitProblem& fp, co
 }
 
 class ShapeSearch {
-public:
+  public:
     ShapeSearch(const FitProblem& fp, const SeparableModel& sm) : fp_(fp), sm_(sm), o_(fp.options) {
         const int q = sm.nonlinearCount();
         alpha_ = sm.ShapeOf(fp.start);
@@ -163,7 +163,8 @@ public:
         }
         if (sm_.nonlinearCount() == 0) {
             result.outcome = FitOutcome::Converged;
-            result.reason = "the model is linear in all its parameters: one weighted least-squares solve, no iterations";
+            result.reason =
+                "the model is linear in all its parameters: one weighted least-squares solve, no iterations";
         } else {
             Iterate(result);
         }
@@ -177,7 +178,7 @@ public:
         return result;
     }
 
-private:
+  private:
     Evaluation Evaluated(const std::vector<double>& alpha, FitResult& result, bool derivatives = true) const {
         ++result.evaluations;
         return Evaluate(sm_, fp_, alpha, derivatives);
@@ -201,16 +202,17 @@ private:
         if (ev_.rss <= kExactFit * total) return "the curve passes through every point within rounding";
         const Eigen::VectorXd full = Step(l, scale_, 0, free);
         const double predicted = std::max(0.0, PredictedDecrease(l, full));
-        if (predicted <= kRoundingDecrease * ev_.rss)
-            return "the sum of squares is at its least within rounding";
+        if (predicted <= kRoundingDecrease * ev_.rss) return "the sum of squares is at its least within rounding";
         if (o_.stepTolerance) {
-            const double size = Eigen::Map<const Eigen::VectorXd>(alpha_.data(), static_cast<Eigen::Index>(alpha_.size())).norm();
+            const double size =
+                Eigen::Map<const Eigen::VectorXd>(alpha_.data(), static_cast<Eigen::Index>(alpha_.size())).norm();
             const double tol = *o_.stepTolerance;
             if (full.norm() <= tol * (size + tol))
                 return "a full step would change the shape parameters by less than DELTA = " + FormatShort(tol) +
                        " of their size";
         }
-        if (o_.functionTolerance && lastDecrease <= *o_.functionTolerance && predicted <= *o_.functionTolerance * ev_.rss)
+        if (o_.functionTolerance && lastDecrease <= *o_.functionTolerance &&
+            predicted <= *o_.functionTolerance * ev_.rss)
             return "the sum of squares changed by less than ZERO = " + FormatShort(*o_.functionTolerance) +
                    " of its value, and a full step would lower it by less";
         if (o_.gradientTolerance) {
@@ -222,7 +224,8 @@ private:
             }
             if (cosine <= *o_.gradientTolerance)
                 return "the residuals are orthogonal to every direction the parameters can move the curve within "
-                       "ACCURACY = " + FormatShort(*o_.gradientTolerance);
+                       "ACCURACY = " +
+                       FormatShort(*o_.gradientTolerance);
         }
         return std::nullopt;
     }
@@ -231,7 +234,8 @@ private:
     // a curved valley, from the residuals a tenth of the way along it. Nothing when it would
     // dominate the step, or when the basis is singular.
     Eigen::VectorXd Acceleration(const Linearised& l, const Eigen::VectorXd& d, double lambda,
-                                 const std::vector<int>& free, const Eigen::VectorXd& velocity, FitResult& result) const {
+                                 const std::vector<int>& free, const Eigen::VectorXd& velocity,
+                                 FitResult& result) const {
         constexpr double h = 0.1;
         Eigen::VectorXd acc = Eigen::VectorXd::Zero(velocity.size());
         const int m = sm_.linearCount();
@@ -270,8 +274,8 @@ private:
                 return;
             }
             if (o_.maxEvaluations && result.evaluations >= *o_.maxEvaluations) {
-                result.reason = "the limit of " + std::to_string(*o_.maxEvaluations) +
-                                " model evaluations (EvalMax) was reached";
+                result.reason =
+                    "the limit of " + std::to_string(*o_.maxEvaluations) + " model evaluations (EvalMax) was reached";
                 return;
             }
             ++result.iterations;
@@ -297,8 +301,10 @@ private:
                 alpha_ = std::move(trial);
                 ev_ = std::move(next);
                 // Less damping the better the step did as predicted (Nielsen's rule).
-                if (quality < o_.dampingThreshold) lambda = lambda > 0 ? lambda * 2 : kLeastDamping;
-                else lambda *= std::max(1.0 / 3, 1 - std::pow(2 * quality - 1, 3));
+                if (quality < o_.dampingThreshold)
+                    lambda = lambda > 0 ? lambda * 2 : kLeastDamping;
+                else
+                    lambda *= std::max(1.0 / 3, 1 - std::pow(2 * quality - 1, 3));
                 growth = 2;
             } else {
                 lambda = lambda > 0 ? lambda * growth : kLeastDamping;

@@ -26,15 +26,15 @@ enum class FitOutcome { Converged, NotConverged, Diverged };
 
 struct FitResult {
     FitOutcome outcome = FitOutcome::Diverged;
-    std::string reason;              // why it stopped, for a person
+    std::string reason;  // why it stopped, for a person
     std::vector<double> params;
-    std::vector<double> stdErrors;   // empty when the covariance could not be computed
-    std::string stdErrorsNote;       // why they are missing
-    std::vector<int> atBound;        // parameters that ended on one of their bounds
+    std::vector<double> stdErrors;     // empty when the covariance could not be computed
+    std::string stdErrorsNote;         // why they are missing
+    std::vector<int> atBound;          // parameters that ended on one of their bounds
     bool linearRankDeficient = false;  // some amplitudes were not determined by the data
-    double weightedRss = 0;          // sum of squared weighted residuals, normalised units
-    int iterations = 0;              // step attempts, refused ones included
-    long evaluations = 0;            // evaluations of the model over all points
+    double weightedRss = 0;            // sum of squared weighted residuals, normalised units
+    int iterations = 0;                // step attempts, refused ones included
+    long evaluations = 0;              // evaluations of the model over all points
     double seconds = 0;
 };
 

@@ -35,7 +35,9 @@ FitProblem ProblemOf(const CompletedFit& fit, bool progress, std::ostream& out) 
     return p;
 }
 
-void Write(const std::string& path, const std::string& text) { WriteFileAtomically(path, Utf8ToCp1252(text)); }
+void Write(const std::string& path, const std::string& text) {
+    WriteFileAtomically(path, Utf8ToCp1252(text));
+}
 
 // A run that yields no model must not leave an earlier run's plot and model beside its report:
 // the viewers and the calculator would show them as this run's.

@@ -148,13 +148,20 @@ struct BellCurveSplit {
 template <class F>
 void WithSplit(int id, F&& f) {
     switch (id) {
-        case model::Lorentzian: return f(LorentzianSplit{});
-        case model::ModifiedLorentzian: return f(ModifiedLorentzianSplit{});
-        case model::Exponential: return f(ExponentialSplit{});
-        case model::Power: return f(PowerSplit{});
-        case model::Sine: return f(SineSplit{});
-        case model::SineExponential: return f(SineExponentialSplit{});
-        case model::BellCurve: return f(BellCurveSplit{});
+        case model::Lorentzian:
+            return f(LorentzianSplit{});
+        case model::ModifiedLorentzian:
+            return f(ModifiedLorentzianSplit{});
+        case model::Exponential:
+            return f(ExponentialSplit{});
+        case model::Power:
+            return f(PowerSplit{});
+        case model::Sine:
+            return f(SineSplit{});
+        case model::SineExponential:
+            return f(SineExponentialSplit{});
+        case model::BellCurve:
+            return f(BellCurveSplit{});
     }
 }
 
@@ -173,7 +180,8 @@ void Fill(const SeparableModel& sm, const double* alpha, const double* u, const 
         double* derivs[nb * (ns > 0 ? ns : 1)];
         for (int b = 0; b < nb; ++b) {
             basis[b] = column(first + static_cast<std::size_t>(t * nb + b));
-            for (int k = 0; k < ns; ++k) derivs[b * ns + k] = column(m + static_cast<std::size_t>((t * nb + b) * ns + k));
+            for (int k = 0; k < ns; ++k)
+                derivs[b * ns + k] = column(m + static_cast<std::size_t>((t * nb + b) * ns + k));
         }
         for (std::size_t j = 0; j < rows; ++j) {
             double phi[nb], dphi[nb * (S::kShapes > 0 ? S::kShapes : 1)];
@@ -200,8 +208,8 @@ SeparableModel::SeparableModel(const Model& model) : model_(model) {
     derivatives_ = n * basisPerTerm_ * shapePerTerm_;
 }
 
-void SeparableModel::FillBlock(const double* alpha, const double* u, const double* v, const double* w,
-                               std::size_t rows, double* out, bool derivatives) const {
+void SeparableModel::FillBlock(const double* alpha, const double* u, const double* v, const double* w, std::size_t rows,
+                               double* out, bool derivatives) const {
     WithSplit(model_.kind().id, [&](auto s) {
         if (derivatives)
             Fill<decltype(s), true>(*this, alpha, u, v, w, rows, out);
@@ -216,7 +224,8 @@ Eigen::MatrixXd SeparableModel::Mixing(const Eigen::VectorXd& c) const {
     for (int t = 0; t < model_.terms(); ++t)
         for (int b = 0; b < basisPerTerm_; ++b)
             for (int k = 0; k < shapePerTerm_; ++k)
-                mix((t * basisPerTerm_ + b) * shapePerTerm_ + k, t * shapePerTerm_ + k) = c(first + t * basisPerTerm_ + b);
+                mix((t * basisPerTerm_ + b) * shapePerTerm_ + k, t * shapePerTerm_ + k) =
+                    c(first + t * basisPerTerm_ + b);
     return mix;
 }
 
@@ -230,7 +239,8 @@ int SeparableModel::FullIndexOfShape(int k) const {
 
 std::vector<double> SeparableModel::ShapeOf(const std::vector<double>& params) const {
     std::vector<double> alpha(static_cast<std::size_t>(nonlinear_));
-    for (int k = 0; k < nonlinear_; ++k) alpha[static_cast<std::size_t>(k)] = params[static_cast<std::size_t>(FullIndexOfShape(k))];
+    for (int k = 0; k < nonlinear_; ++k)
+        alpha[static_cast<std::size_t>(k)] = params[static_cast<std::size_t>(FullIndexOfShape(k))];
     return alpha;
 }
 

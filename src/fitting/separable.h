@@ -17,11 +17,11 @@
 namespace quillet::fitting {
 
 class SeparableModel {
-public:
+  public:
     explicit SeparableModel(const Model& model);
     const Model& model() const { return model_; }
-    int linearCount() const { return linear_; }         // offset and basis functions
-    int nonlinearCount() const { return nonlinear_; }   // shape parameters
+    int linearCount() const { return linear_; }        // offset and basis functions
+    int nonlinearCount() const { return nonlinear_; }  // shape parameters
     int derivativeCount() const { return derivatives_; }
     // Columns of a block: the basis, the basis' derivatives by the shape parameters (unless
     // only the linear solve is wanted), the data.
@@ -43,7 +43,7 @@ public:
     // The index in the full parameter vector of shape parameter k.
     int FullIndexOfShape(int k) const;
 
-private:
+  private:
     const Model& model_;
     int basisPerTerm_, shapePerTerm_;
     int linear_, nonlinear_, derivatives_;

@@ -28,7 +28,9 @@ fs::path Absolute(const std::string& name, const std::string& currentFolder) {
     return p.lexically_normal();
 }
 
-std::string Stem(const fs::path& response) { return response.stem().string(); }
+std::string Stem(const fs::path& response) {
+    return response.stem().string();
+}
 
 // The answers of the response file; with Suggest the starting values may be blank.
 FitSettings SettingsOf(const fs::path& response, bool suggest) {
@@ -43,7 +45,9 @@ std::string CsvField(const std::string& text) {
     return quoted + "\"";
 }
 
-std::string CsvNumber(double v) { return std::isfinite(v) ? FormatNumber(v) : std::string(); }
+std::string CsvNumber(double v) {
+    return std::isfinite(v) ? FormatNumber(v) : std::string();
+}
 
 std::string Header(const std::vector<std::string>& names) {
     std::string h = "index,data file,verdict,reason,iterations,RSS,standard deviation,R squared";
@@ -52,12 +56,13 @@ std::string Header(const std::vector<std::string>& names) {
 }
 
 std::string Line(const SeriesRow& r) {
-    std::string line = std::to_string(r.index) + "," + CsvField(r.dataFile) + "," + r.verdict + "," +
-                       CsvField(r.reason);
+    std::string line =
+        std::to_string(r.index) + "," + CsvField(r.dataFile) + "," + r.verdict + "," + CsvField(r.reason);
     if (r.verdict == "failed") return line + "\r\n";
     line += "," + std::to_string(r.iterations) + "," + CsvNumber(r.rss) + "," + CsvNumber(r.stddev) + "," +
             CsvNumber(r.rSquared);
-    for (std::size_t k = 0; k < r.values.size(); ++k) line += "," + CsvNumber(r.values[k]) + "," + CsvNumber(r.errors[k]);
+    for (std::size_t k = 0; k < r.values.size(); ++k)
+        line += "," + CsvNumber(r.values[k]) + "," + CsvNumber(r.errors[k]);
     return line + "\r\n";
 }
 
@@ -90,9 +95,11 @@ std::string Reason(const std::string& err) {
 }
 
 class SeriesRun {
-public:
+  public:
     SeriesRun(const SeriesRequest& request, const std::string& currentFolder)
-        : request_(request), current_(currentFolder), response_(Absolute(request.responseFile, currentFolder)),
+        : request_(request),
+          current_(currentFolder),
+          response_(Absolute(request.responseFile, currentFolder)),
           settings_(SettingsOf(response_, request.start == SeriesRequest::Start::Suggest)) {}
 
     // One data file fitted and written; `start` (normalised, the model's layout) when not empty.
@@ -133,11 +140,12 @@ public:
 
     std::string TablePath() const {
         std::string name = Stem(response_) + ".series";
-        if (request_.shards > 1) name += "." + std::to_string(request_.shard) + "-of-" + std::to_string(request_.shards);
+        if (request_.shards > 1)
+            name += "." + std::to_string(request_.shard) + "-of-" + std::to_string(request_.shards);
         return JoinPath(JoinPath(response_.parent_path().string(), "output"), name + ".csv");
     }
 
-private:
+  private:
     // Starting values from each file's own data, normalised as the response file says (or by
     // powers of ten near the data when it leaves that blank).
     void Suggested(CompletedFit& fit) const {
@@ -229,10 +237,14 @@ std::vector<std::string> CsvFields(const std::string& line) {
     bool quoted = false;
     for (std::size_t i = 0; i < line.size(); ++i) {
         const char c = line[i];
-        if (quoted && c == '"' && i + 1 < line.size() && line[i + 1] == '"') fields.back() += '"', ++i;
-        else if (c == '"') quoted = !quoted;
-        else if (c == ',' && !quoted) fields.emplace_back();
-        else if (c != '\r' || quoted) fields.back() += c;
+        if (quoted && c == '"' && i + 1 < line.size() && line[i + 1] == '"')
+            fields.back() += '"', ++i;
+        else if (c == '"')
+            quoted = !quoted;
+        else if (c == ',' && !quoted)
+            fields.emplace_back();
+        else if (c != '\r' || quoted)
+            fields.back() += c;
     }
     return fields;
 }
@@ -294,8 +306,10 @@ std::string MergeSeriesShards(const std::string& responseFile, const std::string
         std::istringstream text(ReadWholeFile(entry.path().string()));
         std::string line;
         std::getline(text, line);
-        if (tables++ == 0) header = line;
-        else if (line != header) throw FitInputError("The shard table \"" + entry.path().string() + "\" has other columns.");
+        if (tables++ == 0)
+            header = line;
+        else if (line != header)
+            throw FitInputError("The shard table \"" + entry.path().string() + "\" has other columns.");
         while (std::getline(text, line))
             if (!line.empty()) lines.emplace_back(std::stol(line.substr(0, line.find(','))), line);
     }

@@ -13,8 +13,8 @@ struct SeriesRequest {
     std::string responseFile;            // relative names are taken from the current folder
     std::vector<std::string> dataFiles;  // in series order, relative to the current folder
     enum class Start { Answers, Chain, Suggest } start = Start::Answers;
-    int jobs = 1;                        // fits at once (a chain runs one after the other)
-    int shard = 1, shards = 1;           // fit every shards-th file from the shard-th on (1-based)
+    int jobs = 1;               // fits at once (a chain runs one after the other)
+    int shard = 1, shards = 1;  // fit every shards-th file from the shard-th on (1-based)
 };
 
 struct SeriesRow {

@@ -8,11 +8,11 @@
 namespace quillet::fitting {
 
 struct EngineOptions {
-    int maxIterations = 20;          // REMAX: step attempts, refused ones included
-    int progressEvery = 0;           // DETAIL: a progress line every Nth iteration, 0 none
-    double firstDamping = 0;         // PREDAMP (as 1/PREDAMP - 1), RHO: damping of the first step
-    double dampingThreshold = 0.25;  // DAMP: a step that achieves less than this share of its
-                                     // predicted decrease makes the next one more damped
+    int maxIterations = 20;                   // REMAX: step attempts, refused ones included
+    int progressEvery = 0;                    // DETAIL: a progress line every Nth iteration, 0 none
+    double firstDamping = 0;                  // PREDAMP (as 1/PREDAMP - 1), RHO: damping of the first step
+    double dampingThreshold = 0.25;           // DAMP: a step that achieves less than this share of its
+                                              // predicted decrease makes the next one more damped
     std::optional<double> stepTolerance;      // DELTA (family A)
     std::optional<long> maxEvaluations;       // EvalMax (family B)
     std::optional<double> functionTolerance;  // ZERO (family B)

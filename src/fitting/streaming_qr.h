@@ -8,7 +8,7 @@
 namespace quillet::fitting {
 
 class StreamingQr {
-public:
+  public:
     explicit StreamingQr(int width);
     int width() const { return width_; }
     // Folds `rows` rows of X into R. `block` is column-major with leading dimension `rows`;
@@ -17,7 +17,7 @@ public:
     // The upper triangular factor (width x width) of the rows folded so far.
     const Eigen::MatrixXd& R() const { return r_; }
 
-private:
+  private:
     int width_;
     Eigen::MatrixXd r_;
 };

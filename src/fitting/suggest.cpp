@@ -18,7 +18,6 @@ namespace {
 // Full width at half height of a Gaussian in standard deviations: 2 sqrt(2 ln 2).
 constexpr double kFwhmPerSigma = 2.3548200450309493;
 
-
 suggest::Samples Normalised(const DataPoints& d, double xnorm, double ynorm) {
     std::vector<std::size_t> order(d.x.size());
     std::iota(order.begin(), order.end(), 0);
@@ -48,7 +47,8 @@ double RssForRates(const suggest::Samples& s, const std::vector<double>& rates) 
     fp.u = s.u;
     fp.v = s.v;
     fp.start.assign(static_cast<std::size_t>(m.parameterCount()), 0.0);
-    for (std::size_t i = 0; i < rates.size(); ++i) fp.start[static_cast<std::size_t>(m.index(1, static_cast<int>(i) + 1))] = rates[i];
+    for (std::size_t i = 0; i < rates.size(); ++i)
+        fp.start[static_cast<std::size_t>(m.index(1, static_cast<int>(i) + 1))] = rates[i];
     const std::vector<double> p = BestLinearFor(fp);
     if (p.empty()) return HUGE_VAL;
     double rss = 0;
@@ -103,7 +103,8 @@ std::vector<double> GuessedShapes(const Model& model, const suggest::Samples& s,
     std::vector<double> p(static_cast<std::size_t>(model.parameterCount()), 0.0);
     const int n = model.terms();
     auto set = [&](int group, const std::vector<double>& values) {
-        for (int i = 1; i <= n; ++i) p[static_cast<std::size_t>(model.index(group, i))] = values[static_cast<std::size_t>(i - 1)];
+        for (int i = 1; i <= n; ++i)
+            p[static_cast<std::size_t>(model.index(group, i))] = values[static_cast<std::size_t>(i - 1)];
     };
     auto peaks = [&](bool gaussian) {
         std::vector<suggest::Peak> found = suggest::FindPeaks(s, n, gaussian, remarks);
@@ -132,15 +133,20 @@ std::vector<double> GuessedShapes(const Model& model, const suggest::Samples& s,
             set(2, widths);
             break;
         }
-        case model::Exponential: set(1, ExponentialShapes(s, n, remarks)); break;
-        case model::Sine: set(1, suggest::SineFrequencies(s, n)); break;
+        case model::Exponential:
+            set(1, ExponentialShapes(s, n, remarks));
+            break;
+        case model::Sine:
+            set(1, suggest::SineFrequencies(s, n));
+            break;
         case model::SineExponential: {
             const std::vector<double> frequencies = suggest::SineFrequencies(s, n);
             set(1, frequencies);
             set(3, suggest::DecayRates(s, frequencies));
             break;
         }
-        default: break;  // the power series has no shapes
+        default:
+            break;  // the power series has no shapes
     }
     return p;
 }
@@ -153,7 +159,9 @@ double NormalisationFor(const std::vector<double>& values) {
     return largest > 0 ? std::pow(10.0, std::round(std::log10(largest))) : 1;
 }
 
-std::string ProposedScale(const std::vector<double>& values) { return FormatShort(NormalisationFor(values), 5); }
+std::string ProposedScale(const std::vector<double>& values) {
+    return FormatShort(NormalisationFor(values), 5);
+}
 
 std::vector<double> SuggestedParameters(const DataPoints& data, const Model& model, double xnorm, double ynorm,
                                         bool weighted, std::vector<std::string>& remarks) {
@@ -190,7 +198,8 @@ Suggestion SuggestStart(const DataPoints& data, int modelId, int terms, double x
     if (model.kind().hasOffset) out.answers[8] = FormatShort(p[0], 5);
     for (std::size_t g = 0; g < model.kind().groups.size(); ++g) {
         std::vector<double> values;
-        for (int i = 1; i <= terms; ++i) values.push_back(p[static_cast<std::size_t>(model.index(static_cast<int>(g), i))]);
+        for (int i = 1; i <= terms; ++i)
+            values.push_back(p[static_cast<std::size_t>(model.index(static_cast<int>(g), i))]);
         out.answers[model.kind().groups[g].question] = Joined(values);
     }
     return out;

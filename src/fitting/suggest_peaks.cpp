@@ -44,7 +44,8 @@ std::vector<double> Smoothed(const std::vector<double>& v) {
     if (n < 2 * m + 1) return v;
     const double norm = static_cast<double>((4 * m * m - 1) * (2 * m + 3));
     std::vector<double> c(static_cast<std::size_t>(2 * m + 1));
-    for (long i = -m; i <= m; ++i) c[static_cast<std::size_t>(i + m)] = (3.0 * (3 * m * m + 3 * m - 1) - 15.0 * i * i) / norm;
+    for (long i = -m; i <= m; ++i)
+        c[static_cast<std::size_t>(i + m)] = (3.0 * (3 * m * m + 3 * m - 1) - 15.0 * i * i) / norm;
     std::vector<double> s = v;
     for (long j = m; j < n - m; ++j) {
         double sum = 0;
@@ -92,10 +93,14 @@ Peak Measure(const Samples& s, const std::vector<double>& sm, std::size_t i, dou
     const double half = baseline + p.height / 2;
     const double left = Crossing(s.u, sm, i, -1, half), right = Crossing(s.u, sm, i, +1, half);
     // The nearer crossing: a neighbour or a dispersive lobe widens only one side.
-    if (!std::isnan(left) && !std::isnan(right)) p.fwhm = 2 * std::min(p.centre - left, right - p.centre);
-    else if (!std::isnan(left)) p.fwhm = 2 * (p.centre - left);
-    else if (!std::isnan(right)) p.fwhm = 2 * (right - p.centre);
-    else p.fwhm = (s.u.back() - s.u.front()) / 4;
+    if (!std::isnan(left) && !std::isnan(right))
+        p.fwhm = 2 * std::min(p.centre - left, right - p.centre);
+    else if (!std::isnan(left))
+        p.fwhm = 2 * (p.centre - left);
+    else if (!std::isnan(right))
+        p.fwhm = 2 * (right - p.centre);
+    else
+        p.fwhm = (s.u.back() - s.u.front()) / 4;
     return p;
 }
 
@@ -111,7 +116,9 @@ std::vector<Peak> FindPeaks(const Samples& all, int count, bool gaussian, std::v
     const std::size_t n = s.v.size();
     std::vector<Peak> peaks;
     if (n < 5) {
-        for (int k = 0; k < count; ++k) peaks.push_back({s.u.front() + (s.u.back() - s.u.front()) * (k + 1) / (count + 1), 1, (s.u.back() - s.u.front()) / (2 * count + 2)});
+        for (int k = 0; k < count; ++k)
+            peaks.push_back({s.u.front() + (s.u.back() - s.u.front()) * (k + 1) / (count + 1), 1,
+                             (s.u.back() - s.u.front()) / (2 * count + 2)});
         return peaks;
     }
     // Dips hanging from a baseline are peaks upside down.

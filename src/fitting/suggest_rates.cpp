@@ -13,7 +13,7 @@ namespace quillet::fitting::suggest {
 namespace {
 
 constexpr double kTwoPi = 2 * std::numbers::pi;
-constexpr std::size_t kPencilPoints = 300;    // plenty for a handful of rates
+constexpr std::size_t kPencilPoints = 300;     // plenty for a handful of rates
 constexpr std::size_t kSpectrumPoints = 3000;  // keeps a periodogram to a fraction of a second
 constexpr std::size_t kMostFrequencies = 20000;
 
@@ -120,7 +120,8 @@ std::vector<double> ExponentialRates(const Samples& s, int count, std::vector<st
     std::vector<double> rates;
     for (Eigen::Index k = 0; k < z.size(); ++k) rates.push_back(std::log(std::abs(z(k))) / du);
     // The rate nearest 0 is the offset's.
-    rates.erase(std::min_element(rates.begin(), rates.end(), [](double a, double b) { return std::fabs(a) < std::fabs(b); }));
+    rates.erase(
+        std::min_element(rates.begin(), rates.end(), [](double a, double b) { return std::fabs(a) < std::fabs(b); }));
     std::sort(rates.begin(), rates.end());
     bool usable = std::all_of(rates.begin(), rates.end(), [](double r) { return std::isfinite(r); });
     for (std::size_t k = 1; usable && k < rates.size(); ++k)
@@ -153,7 +154,8 @@ std::vector<double> SineFrequencies(const Samples& all, int count) {
         std::size_t best = 0;
         for (std::size_t i = 1; i < steps; ++i) {
             const double f = f0 + df * static_cast<double>(i);
-            const bool taken = std::any_of(found.begin(), found.end(), [&](double g) { return std::fabs(f - g) < 0.5 / span; });
+            const bool taken =
+                std::any_of(found.begin(), found.end(), [&](double g) { return std::fabs(f - g) < 0.5 / span; });
             if (!taken && power[i] > power[best]) best = i;
         }
         double f = f0 + df * static_cast<double>(best);
@@ -187,7 +189,8 @@ std::vector<double> DecayRates(const Samples& s, const std::vector<double>& freq
             const Eigen::VectorXd c = SineCoefficients(s, frequencies, first, last);
             const double middle = 0.5 * (s.u[first] + s.u[last - 1]);
             for (std::size_t i = 0; i < k; ++i) {
-                const double amp = std::hypot(c(static_cast<Eigen::Index>(1 + 2 * i)), c(static_cast<Eigen::Index>(2 + 2 * i)));
+                const double amp =
+                    std::hypot(c(static_cast<Eigen::Index>(1 + 2 * i)), c(static_cast<Eigen::Index>(2 + 2 * i)));
                 if (amp > 0) points[i].push_back({middle, std::log(amp)});
             }
         }
@@ -195,7 +198,8 @@ std::vector<double> DecayRates(const Samples& s, const std::vector<double>& freq
             const auto& p = points[i];
             if (p.size() < 2) continue;
             double mu = 0, ml = 0;
-            for (const auto& [u, l] : p) mu += u / static_cast<double>(p.size()), ml += l / static_cast<double>(p.size());
+            for (const auto& [u, l] : p)
+                mu += u / static_cast<double>(p.size()), ml += l / static_cast<double>(p.size());
             double num = 0, den = 0;
             for (const auto& [u, l] : p) num += (u - mu) * (l - ml), den += (u - mu) * (u - mu);
             if (den > 0) decays[i] = num / den;

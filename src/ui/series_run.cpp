@@ -17,8 +17,8 @@ constexpr const char* kSeriesTitle = "Fit a Series of Data Files";
 }  // namespace
 
 void frmMain::ChooseSeries() {
-    const QStringList files = QFileDialog::getOpenFileNames(this, kSeriesTitle, QString::fromStdString(state().UserDir),
-                                                            "All Files (*)");
+    const QStringList files =
+        QFileDialog::getOpenFileNames(this, kSeriesTitle, QString::fromStdString(state().UserDir), "All Files (*)");
     if (!files.isEmpty()) FitSeries(files);
 }
 
@@ -26,9 +26,10 @@ void frmMain::FitSeries(const QStringList& dataFiles) {
     AppState& s = state();
     // Every file is fitted with the answers as saved, so unsaved ones would silently not count.
     if (s.CurrentFile == "New data" || s.DataChanged) {
-        s.env.dialogs->MsgBox("Save the response file first (File, Save): each data file of the series is fitted "
-                              "with the saved answers.",
-                              mb::Exclamation, kSeriesTitle);
+        s.env.dialogs->MsgBox(
+            "Save the response file first (File, Save): each data file of the series is fitted "
+            "with the saved answers.",
+            mb::Exclamation, kSeriesTitle);
         return;
     }
     const std::string response = JoinPath(s.UserDir, s.CurrentFile);

@@ -21,7 +21,7 @@ namespace quillet::ui {
 // Values with error bars against their position: drawn by hand, since a chart series has no
 // error bars.
 class ParameterPlot : public QWidget {
-public:
+  public:
     explicit ParameterPlot(QWidget* parent) : QWidget(parent) { setMinimumSize(320, 220); }
 
     void Show(QString name, std::vector<double> x, std::vector<double> y, std::vector<double> e) {
@@ -32,7 +32,7 @@ public:
         update();
     }
 
-protected:
+  protected:
     void paintEvent(QPaintEvent*) override {
         QPainter p(this);
         p.fillRect(rect(), palette().base());
@@ -45,7 +45,8 @@ protected:
             y0 = std::min(y0, y_[i] - e), y1 = std::max(y1, y_[i] + e);
         }
         p.setPen(palette().text().color());
-        p.drawText(QRectF(rect()).adjusted(8, 4, -8, 0), Qt::AlignTop | Qt::AlignHCenter, name_ + " by position in the series");
+        p.drawText(QRectF(rect()).adjusted(8, 4, -8, 0), Qt::AlignTop | Qt::AlignHCenter,
+                   name_ + " by position in the series");
         p.drawRect(area);
         if (!(x0 <= x1)) return;
         if (x1 == x0) x0 -= 1, x1 += 1;
@@ -55,9 +56,12 @@ protected:
         x0 -= dx, x1 += dx, y0 -= dy, y1 += dy;
         auto px = [&](double x) { return area.left() + (x - x0) / (x1 - x0) * area.width(); };
         auto py = [&](double y) { return area.bottom() - (y - y0) / (y1 - y0) * area.height(); };
-        p.drawText(QRectF(0, area.top() - 8, 56, 16), Qt::AlignRight, QString::fromStdString(fitting::FormatShort(y1, 4)));
-        p.drawText(QRectF(0, area.bottom() - 8, 56, 16), Qt::AlignRight, QString::fromStdString(fitting::FormatShort(y0, 4)));
-        p.drawText(QRectF(area.left(), area.bottom() + 4, area.width(), 16), Qt::AlignHCenter, "position in the series");
+        p.drawText(QRectF(0, area.top() - 8, 56, 16), Qt::AlignRight,
+                   QString::fromStdString(fitting::FormatShort(y1, 4)));
+        p.drawText(QRectF(0, area.bottom() - 8, 56, 16), Qt::AlignRight,
+                   QString::fromStdString(fitting::FormatShort(y0, 4)));
+        p.drawText(QRectF(area.left(), area.bottom() + 4, area.width(), 16), Qt::AlignHCenter,
+                   "position in the series");
         p.setRenderHint(QPainter::Antialiasing);
         p.setPen(QPen(palette().highlight().color(), 1.5));
         for (std::size_t i = 0; i < y_.size(); ++i) {
@@ -72,7 +76,7 @@ protected:
         }
     }
 
-private:
+  private:
     QString name_;
     std::vector<double> x_, y_, e_;
 };
@@ -81,7 +85,7 @@ namespace {
 
 // A cell that sorts by its number, not by its text.
 class NumberItem : public QTableWidgetItem {
-public:
+  public:
     explicit NumberItem(double v)
         : QTableWidgetItem(std::isfinite(v) ? QString::fromStdString(fitting::FormatShort(v, 7)) : QString()), v_(v) {}
     bool operator<(const QTableWidgetItem& other) const override {
@@ -89,7 +93,7 @@ public:
         return n ? (std::isnan(v_) ? false : std::isnan(n->v_) || v_ < n->v_) : QTableWidgetItem::operator<(other);
     }
 
-private:
+  private:
     double v_;
 };
 
@@ -137,7 +141,8 @@ SeriesWindow::SeriesWindow(fitting::SeriesTable table, QWidget* parent) : QDialo
 
 void SeriesWindow::Fill() {
     QStringList heads = {"#", "data file", "verdict", "RSS", "R squared"};
-    for (const auto& n : table_.parameterNames) heads << QString::fromStdString(n) << QString::fromStdString(n + " error");
+    for (const auto& n : table_.parameterNames)
+        heads << QString::fromStdString(n) << QString::fromStdString(n + " error");
     grid_->setColumnCount(static_cast<int>(heads.size()));
     grid_->setHorizontalHeaderLabels(heads);
     grid_->setRowCount(static_cast<int>(table_.rows.size()));

@@ -14,12 +14,12 @@ class ParameterPlot;
 
 class SeriesWindow : public QDialog {
     Q_OBJECT
-public:
+  public:
     SeriesWindow(fitting::SeriesTable table, QWidget* parent = nullptr);
     QTableWidget* table() const { return grid_; }
     QComboBox* parameter() const { return parameter_; }
 
-private:
+  private:
     void Fill();
     void ShowParameter(int k);
 

@@ -71,10 +71,9 @@ const Problem kProblems[] = {
      [](const std::vector<double>& b, double xn, double yn) {
          // c cos t + s sin t = hypot(c, s) sin(t + atan2(c, s)); frequencies are 1 / period.
          auto amp = [&](double c, double s) { return std::hypot(c, s) / yn; };
-         return std::vector<double>{b[0] / yn,     amp(b[1], b[2]),          amp(b[4], b[5]),
-                                    amp(b[7], b[8]), xn / 12,                xn / b[3],
-                                    xn / b[6],       std::atan2(b[1], b[2]), std::atan2(b[4], b[5]),
-                                    std::atan2(b[7], b[8])};
+         return std::vector<double>{
+             b[0] / yn, amp(b[1], b[2]), amp(b[4], b[5]),        amp(b[7], b[8]),        xn / 12,
+             xn / b[3], xn / b[6],       std::atan2(b[1], b[2]), std::atan2(b[4], b[5]), std::atan2(b[7], b[8])};
      }},
 };
 

@@ -78,7 +78,9 @@ Recovery RecoveryCase(int id, int terms) {
     for (int i = 1; i <= terms; ++i) {
         const double sign = i % 2 ? 1 : -1, centre = 1.5 + 1.8 * (i - 1), width = 0.6 + 0.1 * i;
         switch (id) {
-            case model::ModifiedLorentzian: set(3, i, 0.3 * sign, 0); [[fallthrough]];
+            case model::ModifiedLorentzian:
+                set(3, i, 0.3 * sign, 0);
+                [[fallthrough]];
             case model::Lorentzian:
                 set(0, i, 1 + 0.3 * i, 1);
                 set(1, i, width, 1.5 * width);
@@ -99,7 +101,9 @@ Recovery RecoveryCase(int id, int terms) {
                 c.u0 = -1.5;
                 c.u1 = 1.5;
                 break;
-            case model::SineExponential: set(3, i, -0.1 * i, 0); [[fallthrough]];
+            case model::SineExponential:
+                set(3, i, -0.1 * i, 0);
+                [[fallthrough]];
             case model::Sine:
                 c.u1 = 5;
                 set(0, i, 1 + 0.2 * i, 1);
@@ -247,7 +251,9 @@ TEST(ResidualWeights, PointsNearTheAxisWeighAboutAHundredTimesMore) {
     EXPECT_TRUE(ResidualWeights({0, 0}, true).empty());
 }
 
-Model Make(int id, int terms) { return Model(*FindModelKind(id), terms); }
+Model Make(int id, int terms) {
+    return Model(*FindModelKind(id), terms);
+}
 
 TEST(SeriesModels, AnalyticDerivativesMatchCentralDifferences) {
     for (const auto& c : ModelCases()) {
@@ -272,7 +278,11 @@ TEST(SeriesModels, AnalyticDerivativesMatchCentralDifferences) {
 
 TEST(SeriesModels, ValuesFollowTheirFormulas) {
     const double pi = 3.14159265358979323846;
-    struct Row { int model; std::vector<double> p; double u, expected; };  // p: one term
+    struct Row {
+        int model;
+        std::vector<double> p;
+        double u, expected;
+    };  // p: one term
     const std::vector<Row> rows = {
         {model::Lorentzian, {0.5, 2.0, 4.0, 1.0}, 3.0, 0.5 + 2.0 / (1 + 1)},
         {model::ModifiedLorentzian, {0, 2.0, 4.0, 1.0, 3.0}, 3.0, (2.0 + 3.0) / (1 + 1)},

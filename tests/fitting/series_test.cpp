@@ -1,5 +1,7 @@
 // A series of data files fitted with one response file: the table's values, a chain that
 // follows a drifting peak, a bad file among good ones, and shards merged into one table.
+#include "fitting/series.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -10,7 +12,6 @@
 #include "fit_test_files.h"
 #include "fitting/fit_error.h"
 #include "fitting/number_text.h"
-#include "fitting/series.h"
 #include "support/run_command.h"
 #include "support/test_env.h"
 
@@ -18,7 +19,7 @@ namespace quillet::fitting {
 namespace {
 
 class Series : public ::testing::Test {
-protected:
+  protected:
     // A Lorentzian of height 50 and width 4 on an offset of 2, centred at `centre`, with noise.
     void WritePeak(const std::string& name, double centre, std::uint64_t seed) {
         std::mt19937_64 rng(seed);
@@ -60,7 +61,8 @@ TEST_F(Series, TableHoldsEveryFilesParametersWithinThreeStandardErrors) {
         EXPECT_EQ(r.dataFile, files[k]);
         ASSERT_EQ(r.verdict, "converged") << r.reason;
         const double truth[] = {2, 50, 4, 20 + 0.2 * static_cast<double>(k)};
-        for (std::size_t p = 0; p < 4; ++p) EXPECT_LE(std::fabs(r.values[p] - truth[p]), 3 * r.errors[p]) << k << " " << p;
+        for (std::size_t p = 0; p < 4; ++p)
+            EXPECT_LE(std::fabs(r.values[p] - truth[p]), 3 * r.errors[p]) << k << " " << p;
     }
     // The table on disk, and each file's own report in a folder named after it.
     EXPECT_EQ(testing::ReadBytes(dir / "output/S.series.csv"), SeriesCsv(table));
@@ -91,10 +93,12 @@ TEST_F(Series, ABadFileFailsItsRowWithTheReasonAndTheOthersGoOn) {
     ASSERT_EQ(table.rows.size(), 3u);
     EXPECT_EQ(table.rows[0].verdict, "converged");
     EXPECT_EQ(table.rows[1].verdict, "failed");
-    EXPECT_EQ(table.rows[1].reason, "Line 4 of the data file \"" + dir / "b.dat" + "\" holds \"oops\", which is not a number.");
+    EXPECT_EQ(table.rows[1].reason,
+              "Line 4 of the data file \"" + dir / "b.dat" + "\" holds \"oops\", which is not a number.");
     EXPECT_EQ(table.rows[2].verdict, "converged");
     const std::string csv = SeriesCsv(table);
-    EXPECT_NE(csv.find("\r\n2,b.dat,failed,\"Line 4 of the data file \"\"" + dir / "b.dat" + "\"\" holds \"\"oops\"\", which is not a number.\"\r\n3,c.dat,converged,"),
+    EXPECT_NE(csv.find("\r\n2,b.dat,failed,\"Line 4 of the data file \"\"" + dir / "b.dat" +
+                       "\"\" holds \"\"oops\"\", which is not a number.\"\r\n3,c.dat,converged,"),
               std::string::npos)
         << csv;
     // The table reads back as it was written, quoted reasons and failed rows included.
@@ -125,8 +129,8 @@ TEST_F(Series, CommandLineSaysEachFileAsItEndsAndExitsByTheWorstVerdict) {
     run = testing::RunProgram(QUILLET_CLI, {"batch", "S.Fit", "a.dat", "none.dat"}, "", dir.path());
     EXPECT_EQ(run.status, 1);
     for (const std::vector<std::string>& wrong : {std::vector<std::string>{"batch", "S.Fit"},
-                                                 {"batch", "S.Fit", "a.dat", "--shard", "4/3"},
-                                                 {"batch", "S.Fit", "a.dat", "--jobs", "0"}})
+                                                  {"batch", "S.Fit", "a.dat", "--shard", "4/3"},
+                                                  {"batch", "S.Fit", "a.dat", "--jobs", "0"}})
         EXPECT_EQ(testing::RunProgram(QUILLET_CLI, wrong, "", dir.path()).status, 2) << wrong.back();
 }
 

@@ -1,5 +1,7 @@
 // Starting values proposed from the data: shapes close to the truth for every model, peaks by
 // prominence, frequencies inside the solver's bound, and quillet-cli's suggest.
+#include "fitting/suggest.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -8,7 +10,6 @@
 #include "fit_test_files.h"
 #include "fitting/models.h"
 #include "fitting/number_text.h"
-#include "fitting/suggest.h"
 #include "support/run_command.h"
 #include "support/test_env.h"
 
@@ -39,9 +40,9 @@ TEST(Suggest, ShapesComeCloseToTheTruthForEveryModel) {
         int model, terms;
         std::vector<double> truth;  // laid out as the model's parameters
         double u0, u1;
-        int question;               // the shape answer checked
+        int question;  // the shape answer checked
         std::vector<double> expected;
-        double tolerance;           // absolute
+        double tolerance;  // absolute
     };
     const std::vector<Row> rows = {
         // Peaks: centres from the smoothed maxima, widths at half height.
@@ -92,7 +93,8 @@ TEST(Suggest, PeaksAreTakenByProminenceAndMissingOnesAreSaid) {
 }
 
 TEST(Suggest, DipsAreFoundAsWellAsPeaks) {
-    const Suggestion s = SuggestStart(Curve(model::BellCurve, 1, {6, -2, 0.5}, 0, 10), model::BellCurve, 1, 1, 1, false);
+    const Suggestion s =
+        SuggestStart(Curve(model::BellCurve, 1, {6, -2, 0.5}, 0, 10), model::BellCurve, 1, 1, 1, false);
     EXPECT_NEAR(Values(s, 9)[0], 6, 0.02);
     EXPECT_NEAR(Values(s, 10)[0], -2, 1e-3);
 }
@@ -131,8 +133,9 @@ TEST(SuggestCommand, PrintsTheProposalAndStoresItWithWrite) {
     testing::WriteResponse(dir.path(), "P.Fit", r);
     auto run = testing::RunProgram(QUILLET_CLI, {"suggest", "P.Fit"}, "", dir.path());
     EXPECT_EQ(run.status, 0) << run.err;
-    EXPECT_NE(run.out.find("\"Answers\": [\n    null,\n    null,\n    null,\n    null,\n    null,\n    \"100\",\n    \"1\","),
-              std::string::npos)
+    EXPECT_NE(
+        run.out.find("\"Answers\": [\n    null,\n    null,\n    null,\n    null,\n    null,\n    \"100\",\n    \"1\","),
+        std::string::npos)
         << run.out;
     run = testing::RunProgram(QUILLET_CLI, {"suggest", "--write", "P.Fit"}, "", dir.path());
     EXPECT_EQ(run.status, 0) << run.err;
