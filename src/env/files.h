@@ -18,6 +18,9 @@ void WriteFileAtomically(const std::string& path, const std::string& bytes);
 // The same for a file made piece by piece: `produce` hands each piece to the sink it gets, so
 // a long file never has to be held whole.
 using ByteSink = std::function<void(std::string_view)>;
-void WriteFileAtomically(const std::string& path, const std::function<void(const ByteSink&)>& produce);
+// `durable` false leaves out the flush to disk: for results a run can make again, a crash may
+// then leave an empty file, never a mixed one.
+void WriteFileAtomically(const std::string& path, const std::function<void(const ByteSink&)>& produce,
+                         bool durable = true);
 
 }  // namespace quillet

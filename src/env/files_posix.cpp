@@ -86,7 +86,8 @@ void WriteFileAtomically(const std::string& path, const std::string& bytes) {
     WriteFileAtomically(path, [&](const ByteSink& sink) { sink(bytes); });
 }
 
-void WriteFileAtomically(const std::string& path, const std::function<void(const ByteSink&)>& produce) {
+void WriteFileAtomically(const std::string& path, const std::function<void(const ByteSink&)>& produce,
+                         bool durable) {
     struct stat st {};
     bool exists = ::stat(path.c_str(), &st) == 0;
     // A file without any write permission is read-only even for an administrator.
@@ -125,7 +126,7 @@ void WriteFileAtomically(const std::string& path, const std::function<void(const
         ::unlink(tmp.c_str());
         throw;
     }
-    if (::fsync(fd) != 0) fail(errno);
+    if (durable && ::fsync(fd) != 0) fail(errno);
     if (::close(fd) != 0) {
         int e = errno;
         ::unlink(tmp.c_str());

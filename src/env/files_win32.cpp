@@ -96,7 +96,8 @@ void WriteFileAtomically(const std::string& path, const std::string& bytes) {
     WriteFileAtomically(path, [&](const ByteSink& sink) { sink(bytes); });
 }
 
-void WriteFileAtomically(const std::string& path, const std::function<void(const ByteSink&)>& produce) {
+void WriteFileAtomically(const std::string& path, const std::function<void(const ByteSink&)>& produce,
+                         bool durable) {
     DWORD attrs = GetFileAttributesA(path.c_str());
     bool exists = attrs != INVALID_FILE_ATTRIBUTES;
     if (exists && (attrs & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY))) Raise(err::PathFileAccess);
@@ -121,7 +122,7 @@ void WriteFileAtomically(const std::string& path, const std::function<void(const
         DeleteFileA(tmp.c_str());
         throw;
     }
-    if (ok && !FlushFileBuffers(h)) {
+    if (ok && durable && !FlushFileBuffers(h)) {
         ok = FALSE;
         code = GetLastError();
     }

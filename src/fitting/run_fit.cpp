@@ -35,8 +35,12 @@ FitProblem ProblemOf(const CompletedFit& fit, bool progress, std::ostream& out) 
     return p;
 }
 
-void Write(const std::string& path, const std::string& text) {
-    WriteFileAtomically(path, Utf8ToCp1252(text));
+// The plot and model files are made again by the next run, so only the report, written last,
+// is flushed to disk: one flush per run instead of three.
+void Write(const std::string& path, const std::string& text, bool durable = true) {
+    const std::string bytes = Utf8ToCp1252(text);
+    WriteFileAtomically(
+        path, [&](const ByteSink& sink) { sink(bytes); }, durable);
 }
 
 // A run that yields no model must not leave an earlier run's plot and model beside its report:
@@ -116,9 +120,10 @@ int FitAndWrite(CompletedFit& fit, const RunPlace& place, bool progress, std::os
         } else {
             ComputeStatistics(fit);
             const std::string plot = PlotFileNameFor(place.name), equ = EquFileName(place.name);
-            WriteFileAtomically(JoinPath(place.outputDir, plot), [&](const ByteSink& sink) { WritePlot(fit, sink); });
+            WriteFileAtomically(
+                JoinPath(place.outputDir, plot), [&](const ByteSink& sink) { WritePlot(fit, sink); }, false);
             written.push_back(plot + "   data, fitted values and residuals");
-            Write(JoinPath(place.outputDir, equ), EquText(fit));
+            Write(JoinPath(place.outputDir, equ), EquText(fit), false);
             written.push_back(equ + "   math model for the calculator");
         }
         Write(JoinPath(place.outputDir, kReportFileName), ReportText(fit, place.responsePath, written));
