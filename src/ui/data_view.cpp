@@ -54,6 +54,12 @@ QChartView* NewView(QWidget* parent) {
     return view;
 }
 
+// As many value labels as the height holds: Qt Charts elides crowded ones to "...".
+void FitTicks(QChartView* view) {
+    for (QAbstractAxis* a : view->chart()->axes(Qt::Vertical))
+        if (auto* y = qobject_cast<QValueAxis*>(a)) y->setTickCount(std::clamp(view->height() / 45, 2, 6));
+}
+
 void Fill(QChartView* view, const std::vector<QXYSeries*>& series, bool legend) {
     QChart* chart = view->chart();
     chart->removeAllSeries();
@@ -85,6 +91,7 @@ void Fill(QChartView* view, const std::vector<QXYSeries*>& series, bool legend) 
     x->setLabelFormat("%.4g");
     y->setLabelFormat("%.4g");
     chart->legend()->setVisible(legend);
+    FitTicks(view);
 }
 
 QScatterSeries* Scatter(const QString& name, const QList<QPointF>& points, QColor color, qreal size) {
@@ -201,5 +208,11 @@ QList<QPointF> DataView::startCurve() const { return PointsOf(curveView_, "Start
 QList<QPointF> DataView::fittedCurve() const { return PointsOf(curveView_, "Last fit"); }
 QString DataView::message() const { return message_->text(); }
 QString DataView::verdict() const { return verdict_->text(); }
+
+void DataView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    FitTicks(curveView_);
+    FitTicks(residualView_);
+}
 
 }  // namespace quillet::ui

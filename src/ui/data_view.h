@@ -31,6 +31,9 @@ public:
     QString verdict() const;
     QTableWidget* parameters() const { return table_; }
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     AppState& s_;
     QTimer timer_;

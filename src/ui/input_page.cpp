@@ -174,10 +174,10 @@ QWidget* frmMain::BuildInputPage() {
     split->setObjectName("inputSplitter");
     split->addWidget(scroll);
     split->addWidget(dataView_);
-    split->setStretchFactor(0, 3);
-    split->setStretchFactor(1, 2);
+    split->setStretchFactor(0, 2);
+    split->setStretchFactor(1, 1);
     split->setCollapsible(0, false);
-    split->setSizes({660, 400});
+    split->setSizes({700, 360});
 
     auto* layout = new QVBoxLayout(page);
     layout->addWidget(split, 1);
