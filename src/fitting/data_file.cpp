@@ -17,13 +17,16 @@ std::string Where(const std::string& path, long line) {
 
 }  // namespace
 
-DataPoints ReadDataPoints(const std::string& path, int firstLine, int count) {
-    std::string bytes;
+std::string ReadForFit(const std::string& path, const std::string& what) {
     try {
-        bytes = ReadWholeFile(path);
+        return ReadWholeFile(path);
     } catch (const RuntimeError& e) {
-        throw FitInputError("The data file \"" + path + "\" cannot be read: " + e.description() + ".");
+        throw FitInputError("The " + what + " \"" + path + "\" cannot be read: " + e.description() + ".");
     }
+}
+
+DataPoints ReadDataPoints(const std::string& path, int firstLine, int count) {
+    const std::string bytes = ReadForFit(path, "data file");
     DataPoints d;
     // A point takes at least four bytes ("1 2" and a line end), whatever question 4 asks for.
     const std::size_t expected = std::min(static_cast<std::size_t>(std::max(count, 0)), bytes.size() / 4 + 1);

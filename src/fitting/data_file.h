@@ -12,6 +12,10 @@ struct DataPoints {
     std::vector<double> y;
 };
 
+// The bytes of a file the fit reads; FitInputError naming `what` ("data file") and the
+// reason when it cannot be read.
+std::string ReadForFit(const std::string& path, const std::string& what);
+
 // `count` points from line `firstLine` (1-based) on; each line holds X and Y separated by
 // blanks, tabs or commas. Raises FitInputError naming the file and the line.
 DataPoints ReadDataPoints(const std::string& path, int firstLine, int count);

@@ -13,9 +13,13 @@ namespace quillet::fitting {
 
 namespace {
 
-bool Blank(const std::string& text) { return text.empty() || text == "-EOF-"; }
+bool Blank(const std::string& text) {
+    return text.empty() || text == "-EOF-";
+}
 
-std::string Question(int q, const std::string& what) { return "Question " + std::to_string(q) + " (" + what + ")"; }
+std::string Question(int q, const std::string& what) {
+    return "Question " + std::to_string(q) + " (" + what + ")";
+}
 
 void CheckPresent(const std::string& text, int q, const std::string& what) {
     if (text == "-EOF-") throw FitInputError("The response file ends before question " + std::to_string(q) + ".");
@@ -47,7 +51,8 @@ std::vector<double> SeriesValues(const std::string& text, int q, const std::stri
     std::vector<double> values;
     for (auto field : SplitFields(text)) {
         auto v = ParseNumber(field);
-        if (!v) throw FitInputError(Question(q, what) + " holds \"" + std::string(field) + "\", which is not a number.");
+        if (!v)
+            throw FitInputError(Question(q, what) + " holds \"" + std::string(field) + "\", which is not a number.");
         values.push_back(*v);
     }
     if (static_cast<int>(values.size()) < terms)
@@ -61,20 +66,26 @@ std::vector<double> SeriesValues(const std::string& text, int q, const std::stri
 ResponseRecord ReadRecord(const std::string& folder, const std::string& name) {
     const std::string path = JoinPath(folder, name);
     std::error_code ec;
-    if (!std::filesystem::is_regular_file(path, ec)) throw FitInputError("The response file \"" + path + "\" was not found.");
+    if (!std::filesystem::is_regular_file(path, ec))
+        throw FitInputError("The response file \"" + path + "\" was not found.");
     std::vector<std::string> messages;
     ResponseRecord r = ReadResponseRecord(folder, name, messages);
     if (!messages.empty()) throw FitInputError(messages.front());
     return r;
 }
 
-}  // namespace
-
-FitSettings ReadDataSettings(const std::string& folder, const std::string& name) {
-    FitSettings f = DataSettingsOf(ReadRecord(folder, name));
+// The settings `of` the record in `folder`/`name`, placed there.
+FitSettings ReadSettings(const std::string& folder, const std::string& name, FitSettings (*of)(const ResponseRecord&)) {
+    FitSettings f = of(ReadRecord(folder, name));
     f.responseFolder = folder;
     f.responseName = name;
     return f;
+}
+
+}  // namespace
+
+FitSettings ReadDataSettings(const std::string& folder, const std::string& name) {
+    return ReadSettings(folder, name, DataSettingsOf);
 }
 
 FitSettings DataSettingsOf(const ResponseRecord& r) {
@@ -105,10 +116,7 @@ FitSettings DataSettingsOf(const ResponseRecord& r) {
 }
 
 FitSettings ReadFitSettings(const std::string& folder, const std::string& name) {
-    FitSettings f = FitSettingsOf(ReadRecord(folder, name));
-    f.responseFolder = folder;
-    f.responseName = name;
-    return f;
+    return ReadSettings(folder, name, FitSettingsOf);
 }
 
 FitSettings FitSettingsOf(const ResponseRecord& record) {

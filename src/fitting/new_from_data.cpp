@@ -34,12 +34,7 @@ bool KeptInName(char c) {
 }  // namespace
 
 DataLines FindDataLines(const std::string& path) {
-    std::string bytes;
-    try {
-        bytes = ReadWholeFile(path);
-    } catch (const RuntimeError& e) {
-        throw FitInputError("The data file \"" + path + "\" cannot be read: " + e.description() + ".");
-    }
+    const std::string bytes = ReadForFit(path, "data file");
     DataLines found;
     std::vector<std::string_view> fields;
     std::size_t pos = 0;
@@ -55,8 +50,7 @@ DataLines FindDataLines(const std::string& path) {
             break;  // the reader stops at such a line too
         }
     }
-    if (found.first == 0)
-        throw FitInputError("No line of the data file \"" + path + "\" holds one X and one Y value.");
+    if (found.first == 0) throw FitInputError("No line of the data file \"" + path + "\" holds one X and one Y value.");
     return found;
 }
 
@@ -103,7 +97,8 @@ void NewFromDataFile(AppState& s) {
         s.env.dialogs->MsgBox(std::string("No response file was made: ") + e.what(), mb::Exclamation, kTitle);
         return;
     }
-    const std::string name = ResponseNameFor(dataName, [&](const std::string& n) { return FileExists(s.env, JoinPath(folder, n)); });
+    const std::string name =
+        ResponseNameFor(dataName, [&](const std::string& n) { return FileExists(s.env, JoinPath(folder, n)); });
 
     // As New clears the answers, but the model stays what it was.
     const std::string model = s.form.Methods.text;

@@ -10,6 +10,7 @@
 #include "env/errors.h"
 #include "env/files.h"
 #include "env/paths.h"
+#include "fitting/data_file.h"
 #include "fitting/fit_error.h"
 #include "fitting/fit_settings.h"
 #include "fitting/number_text.h"
@@ -257,12 +258,7 @@ double CsvValue(const std::vector<std::string>& fields, std::size_t i) {
 }  // namespace
 
 SeriesTable ReadSeriesCsv(const std::string& path) {
-    std::string text;
-    try {
-        text = ReadWholeFile(path);
-    } catch (const RuntimeError& e) {
-        throw FitInputError("The series table \"" + path + "\" cannot be read: " + e.description() + ".");
-    }
+    const std::string text = ReadForFit(path, "series table");
     std::istringstream in(text);
     std::string line;
     SeriesTable table;

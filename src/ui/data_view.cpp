@@ -7,8 +7,8 @@
 #include <QLineSeries>
 #include <QScatterSeries>
 #include <QTableWidget>
-#include <QValueAxis>
 #include <QVBoxLayout>
+#include <QValueAxis>
 #include <algorithm>
 
 #include "env/paths.h"
@@ -17,6 +17,7 @@
 #include "model/catalogue.h"
 #include "model/form_events.h"
 #include "run/run_outcome.h"
+#include "ui/chart_series.h"
 #include "ui/plot_file.h"
 
 namespace quillet::ui {
@@ -94,25 +95,6 @@ void Fill(QChartView* view, const std::vector<QXYSeries*>& series, bool legend) 
     FitTicks(view);
 }
 
-QScatterSeries* Scatter(const QString& name, const QList<QPointF>& points, QColor color, qreal size) {
-    auto* s = new QScatterSeries;
-    s->setName(name);
-    s->setMarkerSize(size);
-    s->setColor(color);
-    s->setBorderColor(color);
-    s->replace(points);
-    return s;
-}
-
-QLineSeries* Line(const QString& name, QList<QPointF> points, QColor color) {
-    std::sort(points.begin(), points.end(), [](const QPointF& a, const QPointF& b) { return a.x() < b.x(); });
-    auto* s = new QLineSeries;
-    s->setName(name);
-    s->setPen(QPen(color, 2));
-    s->replace(points);
-    return s;
-}
-
 }  // namespace
 
 DataView::DataView(AppState& s, QWidget* parent) : QWidget(parent), s_(s) {
@@ -151,7 +133,9 @@ DataView::DataView(AppState& s, QWidget* parent) : QWidget(parent), s_(s) {
     connect(&timer_, &QTimer::timeout, this, &DataView::Redraw);
 }
 
-void DataView::ScheduleRedraw() { timer_.start(); }
+void DataView::ScheduleRedraw() {
+    timer_.start();
+}
 
 void DataView::Redraw() {
     timer_.stop();
@@ -174,17 +158,18 @@ void DataView::Redraw() {
         }
     }
 
-    std::vector<QXYSeries*> curves = {Scatter("Data", Pairs(v.x, v.y), QColor(0x1f, 0x77, 0xb4), 5),
+    std::vector<QXYSeries*> curves = {Points("Data", Pairs(v.x, v.y), QColor(0x1f, 0x77, 0xb4), 5),
                                       Line("Starting curve", Pairs(v.startX, v.startY), QColor(0xff, 0x7f, 0x0e))};
     if (!fit.isEmpty()) curves.push_back(Line("Last fit", fit, QColor(0xd6, 0x27, 0x28)));
     Fill(curveView_, curves, true);
-    Fill(residualView_, {Scatter("Residual", residuals, QColor(0x2c, 0xa0, 0x2c), 4)}, false);
+    Fill(residualView_, {Points("Residual", residuals, QColor(0x2c, 0xa0, 0x2c), 4)}, false);
     residualView_->chart()->setTitle(residuals.isEmpty() ? QString() : "Residuals of the last fit");
     residualView_->setVisible(!residuals.isEmpty());
 
     QString message = QString::fromStdString(v.dataMessage.empty() ? v.curveMessage : v.dataMessage);
     if (v.dataMessage.empty() && v.points > static_cast<int>(v.x.size()))
-        message = QString("%1 points, every %2th drawn. ").arg(v.points).arg((v.points + v.x.size() - 1) / v.x.size()) + message;
+        message = QString("%1 points, every %2th drawn. ").arg(v.points).arg((v.points + v.x.size() - 1) / v.x.size()) +
+                  message;
     message_->setText(message);
     message_->setVisible(!message.isEmpty());
 
@@ -203,11 +188,21 @@ void DataView::Redraw() {
     table_->setVisible(table_->rowCount() > 0);
 }
 
-QList<QPointF> DataView::points() const { return PointsOf(curveView_, "Data"); }
-QList<QPointF> DataView::startCurve() const { return PointsOf(curveView_, "Starting curve"); }
-QList<QPointF> DataView::fittedCurve() const { return PointsOf(curveView_, "Last fit"); }
-QString DataView::message() const { return message_->text(); }
-QString DataView::verdict() const { return verdict_->text(); }
+QList<QPointF> DataView::points() const {
+    return PointsOf(curveView_, "Data");
+}
+QList<QPointF> DataView::startCurve() const {
+    return PointsOf(curveView_, "Starting curve");
+}
+QList<QPointF> DataView::fittedCurve() const {
+    return PointsOf(curveView_, "Last fit");
+}
+QString DataView::message() const {
+    return message_->text();
+}
+QString DataView::verdict() const {
+    return verdict_->text();
+}
 
 void DataView::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);

@@ -3,8 +3,8 @@
 #include <QChart>
 #include <QChartView>
 #include <QDialogButtonBox>
-#include <QFileDialog>
 #include <QDir>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -13,13 +13,14 @@
 #include <QPushButton>
 #include <QScatterSeries>
 #include <QSvgGenerator>
-#include <QValueAxis>
 #include <QVBoxLayout>
+#include <QValueAxis>
 #include <algorithm>
 #include <vector>
 
 #include "model/calculator.h"
 #include "run/run_outcome.h"
+#include "ui/chart_series.h"
 #include "ui/output_viewer.h"
 
 namespace quillet::ui {
@@ -44,10 +45,10 @@ QList<QPointF> SmoothFit(const QString& plotPath, const PlotData& d) {
 
 // Zooms with the mouse wheel as well as with the rubber band.
 class ZoomableView : public QChartView {
-public:
+  public:
     using QChartView::QChartView;
 
-protected:
+  protected:
     void wheelEvent(QWheelEvent* e) override { chart()->zoom(e->angleDelta().y() > 0 ? 1.25 : 0.8); }
 };
 
@@ -69,25 +70,6 @@ void AddAxes(QChart* chart, const QString& xTitle, const QString& yTitle) {
     }
     x->applyNiceNumbers();
     y->applyNiceNumbers();
-}
-
-QScatterSeries* Points(const QString& name, const QList<QPointF>& points, QColor color) {
-    auto* s = new QScatterSeries;
-    s->setName(name);
-    s->setMarkerSize(6);
-    s->setColor(color);
-    s->setBorderColor(color);
-    s->replace(points);
-    return s;
-}
-
-QLineSeries* Line(const QString& name, QList<QPointF> points, QColor color) {
-    std::sort(points.begin(), points.end(), [](const QPointF& a, const QPointF& b) { return a.x() < b.x(); });
-    auto* s = new QLineSeries;
-    s->setName(name);
-    s->setPen(QPen(color, 2));
-    s->replace(points);
-    return s;
 }
 
 QChartView* NewView(QWidget* parent) {
@@ -137,10 +119,18 @@ PlotViewer::PlotViewer(QWidget* parent) : QDialog(parent) {
     resize(900, 700);
 }
 
-QChart* PlotViewer::curveChart() const { return curveView_->chart(); }
-QChart* PlotViewer::residualChart() const { return residualView_->chart(); }
-QString PlotViewer::infoText() const { return info_->text(); }
-bool PlotViewer::chartsShown() const { return !charts_->isHidden(); }
+QChart* PlotViewer::curveChart() const {
+    return curveView_->chart();
+}
+QChart* PlotViewer::residualChart() const {
+    return residualView_->chart();
+}
+QString PlotViewer::infoText() const {
+    return info_->text();
+}
+bool PlotViewer::chartsShown() const {
+    return !charts_->isHidden();
+}
 
 void PlotViewer::ShowReport() {
     auto* viewer = new OutputViewer(this);
@@ -201,19 +191,25 @@ void PlotViewer::Show() {
     residual->legend()->hide();
 
     // Zooming the curve keeps the residuals over the same X range.
-    if (auto *cx = Axis(curve, Qt::Horizontal), *rx = Axis(residual, Qt::Horizontal); cx && rx)
+    if (auto* cx = Axis(curve, Qt::Horizontal), *rx = Axis(residual, Qt::Horizontal); cx && rx)
         connect(cx, &QValueAxis::rangeChanged, rx, [rx](qreal lo, qreal hi) { rx->setRange(lo, hi); });
 }
 
-void PlotViewer::ZoomIn() { curveChart()->zoomIn(); }
-void PlotViewer::ZoomOut() { curveChart()->zoomOut(); }
+void PlotViewer::ZoomIn() {
+    curveChart()->zoomIn();
+}
+void PlotViewer::ZoomOut() {
+    curveChart()->zoomOut();
+}
 
 void PlotViewer::ResetZoom() {
     curveChart()->zoomReset();
     residualChart()->zoomReset();
 }
 
-bool PlotViewer::ExportPng(const QString& path) { return charts_->grab().save(path, "PNG"); }
+bool PlotViewer::ExportPng(const QString& path) {
+    return charts_->grab().save(path, "PNG");
+}
 
 bool PlotViewer::ExportSvg(const QString& path) {
     QSvgGenerator svg;
