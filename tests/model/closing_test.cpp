@@ -18,13 +18,8 @@ namespace {
 
 using testing::ShownBox;
 
-class Closing : public testing::FormFixture {
+class Closing : public testing::SavedFormFixture {
 protected:
-    Closing() : hive(dir / "hive") {
-        s.env.registry = &hive;
-        s.UserDir = dir.path();
-        GetAnswers(s);
-    }
     // The answers of a saved file `name`, then one more edit that is not saved.
     void SavedThenEdited(const std::string& name) {
         SetText(s, s.form.nTerms, "2");
@@ -43,7 +38,6 @@ protected:
         return ReadResponseRecord(dir.path(), name, messages).Answers[5];
     }
 
-    testing::TestRegistry hive;
 };
 
 TEST_F(Closing, UnchangedAnswersCloseWithoutAQuestion) {

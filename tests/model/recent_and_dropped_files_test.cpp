@@ -16,13 +16,8 @@ namespace {
 
 using testing::ShownBox;
 
-class RecentAndDropped : public testing::FormFixture {
+class RecentAndDropped : public testing::SavedFormFixture {
 protected:
-    RecentAndDropped() : hive(dir / "hive") {
-        s.env.registry = &hive;
-        s.UserDir = dir.path();
-        GetAnswers(s);
-    }
     // Saves the form with `terms` terms as `name` through Save As.
     std::string SaveAs(const std::string& name, const std::string& terms = "1") {
         SetText(s, s.form.nTerms, terms);
@@ -31,7 +26,6 @@ protected:
         return dir / name;
     }
 
-    testing::TestRegistry hive;
 };
 
 TEST_F(RecentAndDropped, RecentFilesKeepTheLastEightNewestFirstDropMissingOnesAndSurviveARestart) {

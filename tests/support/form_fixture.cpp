@@ -28,4 +28,10 @@ void FormFixture::ReadInto(const std::string& folder, const std::string& name) {
     FileReadMe(s, in, name, folder);
 }
 
+SavedFormFixture::SavedFormFixture() : hive(dir / "hive") {
+    s.env.registry = &hive;
+    s.UserDir = dir.path();
+    GetAnswers(s);
+}
+
 }  // namespace quillet::testing

@@ -5,6 +5,7 @@
 
 #include "model/app_state.h"
 #include "support/fake_dialogs.h"
+#include "support/test_registry.h"
 #include "support/test_env.h"
 
 namespace quillet::testing {
@@ -21,6 +22,15 @@ class FormFixture : public ::testing::Test {
     FakeDialogs dialogs;
     FixedClock clock;
     AppState s;
+};
+
+// The same with settings kept in a file hive of its own, the response files in the temporary
+// folder and the record matching the form, as after a start.
+class SavedFormFixture : public FormFixture {
+  protected:
+    SavedFormFixture();
+
+    TestRegistry hive;
 };
 
 }  // namespace quillet::testing
