@@ -168,7 +168,6 @@ class ShapeSearch {
         } else {
             Iterate(result);
         }
-        if (result.outcome == FitOutcome::Diverged) return result;
         result.params = sm_.ParamsOf(alpha_, ev_.c);
         result.weightedRss = ev_.rss;
         result.linearRankDeficient = ev_.linearRank < sm_.linearCount();
