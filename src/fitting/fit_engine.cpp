@@ -110,15 +110,24 @@ double PredictedDecrease(const Linearised& l, const Eigen::VectorXd& step) {
     return l.b.squaredNorm() - (l.b + l.a * step).squaredNorm();
 }
 
-// J' x, J the Kaufman Jacobian at `ev` (shape `alpha`), for x the weighted residuals of the
-// curve with shape `beta` and coefficients `cb`: J' x = Mix' (D' P x), P the projection off the
-// basis, through R's blocks (Phi = Q1 R11, Q1' D = R12).
-Eigen::VectorXd JacobianTimes(const SeparableModel& sm, const FitProblem& fp, const std::vector<double>& alpha,
-                              const Evaluation& ev, const std::vector<double>& beta, const Eigen::VectorXd& cb) {
+// The curve at shape `beta` (its best linear coefficients and sum of squares) and J' x, J the
+// Kaufman Jacobian at `ev` (shape `alpha`), x the weighted residuals of that curve, in one pass
+// over the data: X' x = (X' Y) [c; -1] for the blocks X at alpha and Y = W [basis | v] at beta.
+// Then J' x = Mix' (D' P x), P the projection off the basis, through R's blocks (Phi = Q1 R11,
+// Q1' D = R12).
+struct Probe {
+    Evaluation there;
+    Eigen::VectorXd jacobianTimesResidual;
+};
+
+Probe ProbeAt(const SeparableModel& sm, const FitProblem& fp, const std::vector<double>& alpha,
+              const Evaluation& ev, const std::vector<double>& beta) {
     const int m = sm.linearCount(), nd = sm.derivativeCount(), width = sm.width();
-    const auto w = static_cast<std::size_t>(width);
-    std::vector<double> here(kBlockRows * w), there(kBlockRows * static_cast<std::size_t>(m + 1));
-    Eigen::VectorXd xtx = Eigen::VectorXd::Zero(width);
+    Probe probe;
+    StreamingQr qr(m + 1);
+    std::vector<double> here(kBlockRows * static_cast<std::size_t>(width)),
+        there(kBlockRows * static_cast<std::size_t>(m + 1));
+    Eigen::MatrixXd cross = Eigen::MatrixXd::Zero(width, m + 1);
     const double* weights = fp.weights.empty() ? nullptr : fp.weights.data();
     const std::size_t n = fp.u.size();
     for (std::size_t first = 0; first < n; first += kBlockRows) {
@@ -128,13 +137,23 @@ Eigen::VectorXd JacobianTimes(const SeparableModel& sm, const FitProblem& fp, co
         sm.FillBlock(beta.data(), fp.u.data() + first, fp.v.data() + first, wt, rows, there.data(), false);
         const auto r = static_cast<Eigen::Index>(rows);
         Eigen::Map<const Eigen::MatrixXd> x(here.data(), r, width), y(there.data(), r, m + 1);
-        const Eigen::VectorXd residual = y.leftCols(m) * cb - y.col(m);
-        xtx.noalias() += x.transpose() * residual;
+        cross.noalias() += x.transpose() * y;
+        qr.Fold(there.data(), rows);
     }
+    probe.there.r = qr.R();
+    if (!probe.there.r.allFinite()) return probe;
+    SolveLinear(sm, probe.there);
+    probe.there.ok = std::isfinite(probe.there.rss) && probe.there.c.allFinite();
+    if (!probe.there.ok) return probe;
+    Eigen::VectorXd coefficients(m + 1);
+    coefficients << probe.there.c, -1;
+    const Eigen::VectorXd xtx = cross * coefficients;
     const Eigen::MatrixXd mix = sm.Mixing(ev.c);
     const Eigen::MatrixXd r11 = ev.r.topLeftCorner(m, m);
     const Eigen::VectorXd z = r11.transpose().triangularView<Eigen::Lower>().solve(xtx.head(m));
-    return mix.transpose() * xtx.segment(m, nd) - (ev.r.block(0, m, m, nd) * mix).transpose() * z;
+    probe.jacobianTimesResidual =
+        mix.transpose() * xtx.segment(m, nd) - (ev.r.block(0, m, m, nd) * mix).transpose() * z;
+    return probe;
 }
 
 class ShapeSearch {
@@ -177,10 +196,24 @@ class ShapeSearch {
         return result;
     }
 
+    // R of the weighted Jacobian of the full model at the result (every parameter, linear ones
+    // included): the split's Jacobian [basis | derivatives Mix] times d split / d params, from
+    // the factor the last evaluation left, without another pass over the data.
+    Eigen::MatrixXd ParameterFactor() const {
+        const int m = sm_.linearCount(), nd = sm_.derivativeCount(), q = sm_.nonlinearCount();
+        Eigen::MatrixXd mix = Eigen::MatrixXd::Zero(m + nd, m + q);
+        mix.topLeftCorner(m, m).setIdentity();
+        mix.bottomRightCorner(nd, q) = sm_.Mixing(ev_.c);
+        const Eigen::MatrixXd j = ev_.r.topLeftCorner(m + nd, m + nd).triangularView<Eigen::Upper>() * mix *
+                                  sm_.SplitByParams(alpha_, ev_.c);
+        const Eigen::HouseholderQR<Eigen::MatrixXd> qr(j);
+        return qr.matrixQR().topRows(j.cols()).triangularView<Eigen::Upper>();
+    }
+
   private:
-    Evaluation Evaluated(const std::vector<double>& alpha, FitResult& result, bool derivatives = true) const {
+    Evaluation Evaluated(const std::vector<double>& alpha, FitResult& result) const {
         ++result.evaluations;
-        return Evaluate(sm_, fp_, alpha, derivatives);
+        return Evaluate(sm_, fp_, alpha);
     }
 
     // Parameters on a bound that the gradient presses against it stay where they are.
@@ -241,10 +274,10 @@ class ShapeSearch {
         if (free.empty() || !(ev_.r.topLeftCorner(m, m).diagonal().cwiseAbs().minCoeff() > 0)) return acc;
         std::vector<double> beta = alpha_;
         for (std::size_t i = 0; i < beta.size(); ++i) beta[i] += h * velocity(static_cast<Eigen::Index>(i));
-        const Evaluation there = Evaluated(beta, result, false);
-        if (!there.ok) return acc;
         result.evaluations += 2;  // both curves once more over all points
-        const Eigen::VectorXd jr = JacobianTimes(sm_, fp_, alpha_, ev_, beta, there.c);
+        const Probe probe = ProbeAt(sm_, fp_, alpha_, ev_, beta);
+        if (!probe.there.ok) return acc;
+        const Eigen::VectorXd& jr = probe.jacobianTimesResidual;
         const Eigen::MatrixXd at = l.a.transpose();
         // J' times the second directional derivative of the residuals, by finite differences.
         const Eigen::VectorXd curvature = (2 / h) * ((jr - at * l.b) / h - at * (l.a * velocity));
@@ -333,24 +366,6 @@ class ShapeSearch {
     Evaluation ev_;
 };
 
-// R of the weighted Jacobian of the full model (every parameter, linear ones included).
-Eigen::MatrixXd FullJacobianFactor(const FitProblem& fp, const std::vector<double>& params) {
-    const auto np = static_cast<std::size_t>(fp.model->parameterCount());
-    StreamingQr qr(static_cast<int>(np));
-    std::vector<double> values(kBlockRows), rowMajor(kBlockRows * np), block(kBlockRows * np);
-    const std::size_t n = fp.u.size();
-    for (std::size_t first = 0; first < n; first += kBlockRows) {
-        const std::size_t rows = std::min(kBlockRows, n - first);
-        fp.model->Values(params.data(), fp.u.data() + first, rows, values.data(), rowMajor.data());
-        for (std::size_t j = 0; j < rows; ++j) {
-            const double w = fp.weights.empty() ? 1.0 : fp.weights[first + j];
-            for (std::size_t k = 0; k < np; ++k) block[k * rows + j] = w * rowMajor[j * np + k];
-        }
-        qr.Fold(block.data(), rows);
-    }
-    return qr.R();
-}
-
 }  // namespace
 
 void SetModelBounds(FitProblem& problem) {
@@ -368,7 +383,7 @@ void SetModelBounds(FitProblem& problem) {
 std::vector<double> BestLinearFor(const FitProblem& fp) {
     const SeparableModel sm(*fp.model);
     const std::vector<double> alpha = sm.ShapeOf(fp.start);
-    const Evaluation ev = Evaluate(sm, fp, alpha);
+    const Evaluation ev = Evaluate(sm, fp, alpha, false);
     if (!ev.ok) return {};
     return sm.ParamsOf(alpha, ev.c);
 }
@@ -376,10 +391,11 @@ std::vector<double> BestLinearFor(const FitProblem& fp) {
 FitResult RunEngine(const FitProblem& fp) {
     const auto t0 = std::chrono::steady_clock::now();
     const SeparableModel sm(*fp.model);
-    FitResult result = ShapeSearch(fp, sm).Run();
+    ShapeSearch search(fp, sm);
+    FitResult result = search.Run();
     if (result.outcome != FitOutcome::Diverged) {
         const long dof = static_cast<long>(fp.u.size()) - fp.model->parameterCount();
-        result.stdErrors = StandardErrors(FullJacobianFactor(fp, result.params),
+        result.stdErrors = StandardErrors(search.ParameterFactor(),
                                           result.weightedRss / static_cast<double>(dof), result.stdErrorsNote);
     }
     result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();

@@ -35,12 +35,14 @@ FitProblem ProblemOf(const CompletedFit& fit, bool progress, std::ostream& out) 
     return p;
 }
 
-// The plot and model files are made again by the next run, so only the report, written last,
-// is flushed to disk: one flush per run instead of three.
-void Write(const std::string& path, const std::string& text, bool durable = true) {
+// Everything in the output folder is a result the next run makes again from the response file
+// and the data, so none of it is flushed to disk: a flush costs more than the whole fit of a
+// few thousand points. Each file still replaces its predecessor by a rename, so a reader never
+// sees half of one.
+void Write(const std::string& path, const std::string& text) {
     const std::string bytes = Utf8ToCp1252(text);
     WriteFileAtomically(
-        path, [&](const ByteSink& sink) { sink(bytes); }, durable);
+        path, [&](const ByteSink& sink) { sink(bytes); }, false);
 }
 
 // A run that yields no model must not leave an earlier run's plot and model beside its report:
@@ -123,7 +125,7 @@ int FitAndWrite(CompletedFit& fit, const RunPlace& place, bool progress, std::os
             WriteFileAtomically(
                 JoinPath(place.outputDir, plot), [&](const ByteSink& sink) { WritePlot(fit, sink); }, false);
             written.push_back(plot + "   data, fitted values and residuals");
-            Write(JoinPath(place.outputDir, equ), EquText(fit), false);
+            Write(JoinPath(place.outputDir, equ), EquText(fit));
             written.push_back(equ + "   math model for the calculator");
         }
         Write(JoinPath(place.outputDir, kReportFileName), ReportText(fit, place.responsePath, written));

@@ -15,6 +15,8 @@ constexpr double kTwoPi = 2 * std::numbers::pi;
 // Each model's terms split into basis functions and shape parameters. Eval gives the basis at
 // u and d basis b / d shape k in dphi[b * kShapes + k]; ToModel gives the term's values in the
 // order of the model's parameter groups; kShapeGroups names the group of each shape parameter.
+// ByModel gives d z / d q[g] in d[z * groups + g] (d starts zeroed) for the term's split values
+// z (its coefficients, then its shapes) and its model values q.
 
 struct LorentzianSplit {
     static constexpr int kBasis = 1, kShapes = 2;
@@ -32,6 +34,11 @@ struct LorentzianSplit {
         q[0] = c[0];
         q[1] = std::fabs(a[0]);
         q[2] = a[1];
+    }
+    static void ByModel(const double* a, const double*, double* d) {
+        d[0 * 3 + 0] = 1;
+        d[1 * 3 + 1] = a[0] < 0 ? -1 : 1;
+        d[2 * 3 + 2] = 1;
     }
 };
 
@@ -59,6 +66,13 @@ struct ModifiedLorentzianSplit {
         // s changes sign with the width, and so does the dispersive part's coefficient.
         q[3] = a[0] < 0 ? -c[1] : c[1];
     }
+    static void ByModel(const double* a, const double*, double* d) {
+        const double sign = a[0] < 0 ? -1 : 1;
+        d[0 * 4 + 0] = 1;
+        d[1 * 4 + 3] = sign;
+        d[2 * 4 + 1] = sign;
+        d[3 * 4 + 2] = 1;
+    }
 };
 
 struct ExponentialSplit {
@@ -73,6 +87,10 @@ struct ExponentialSplit {
         q[0] = c[0];
         q[1] = a[0];
     }
+    static void ByModel(const double*, const double*, double* d) {
+        d[0 * 2 + 0] = 1;
+        d[1 * 2 + 1] = 1;
+    }
 };
 
 struct PowerSplit {
@@ -84,6 +102,7 @@ struct PowerSplit {
         phi[0] = up;
     }
     static void ToModel(const double*, const double* c, double* q) { q[0] = c[0]; }
+    static void ByModel(const double*, const double*, double* d) { d[0] = 1; }
 };
 
 struct SineSplit {
@@ -101,6 +120,15 @@ struct SineSplit {
         q[0] = std::hypot(c[0], c[1]);
         q[1] = a[0];
         q[2] = std::atan2(c[1], c[0]);
+    }
+    // a = A cos C, b = A sin C.
+    static void ByModel(const double*, const double* c, double* d) {
+        const double phase = std::atan2(c[1], c[0]);
+        d[0 * 3 + 0] = std::cos(phase);
+        d[0 * 3 + 2] = -c[1];
+        d[1 * 3 + 0] = std::sin(phase);
+        d[1 * 3 + 2] = c[0];
+        d[2 * 3 + 1] = 1;
     }
 };
 
@@ -124,6 +152,15 @@ struct SineExponentialSplit {
         q[2] = std::atan2(c[1], c[0]);
         q[3] = a[1];
     }
+    static void ByModel(const double*, const double* c, double* d) {
+        const double phase = std::atan2(c[1], c[0]);
+        d[0 * 4 + 0] = std::cos(phase);
+        d[0 * 4 + 2] = -c[1];
+        d[1 * 4 + 0] = std::sin(phase);
+        d[1 * 4 + 2] = c[0];
+        d[2 * 4 + 1] = 1;
+        d[3 * 4 + 3] = 1;
+    }
 };
 
 struct BellCurveSplit {
@@ -141,6 +178,11 @@ struct BellCurveSplit {
         q[0] = a[0];
         q[1] = c[0];
         q[2] = std::fabs(a[1]);
+    }
+    static void ByModel(const double* a, const double*, double* d) {
+        d[0 * 3 + 1] = 1;
+        d[1 * 3 + 0] = 1;
+        d[2 * 3 + 2] = a[1] < 0 ? -1 : 1;
     }
 };
 
@@ -257,6 +299,26 @@ std::vector<double> SeparableModel::ParamsOf(const std::vector<double>& alpha, c
         }
     });
     return params;
+}
+
+Eigen::MatrixXd SeparableModel::SplitByParams(const std::vector<double>& alpha, const Eigen::VectorXd& c) const {
+    const int groups = static_cast<int>(model_.kind().groups.size());
+    const int first = model_.kind().hasOffset ? 1 : 0;
+    Eigen::MatrixXd d = Eigen::MatrixXd::Zero(linear_ + nonlinear_, model_.parameterCount());
+    if (first) d(0, 0) = 1;
+    WithSplit(model_.kind().id, [&](auto s) {
+        constexpr int nz = s.kBasis + s.kShapes;
+        for (int t = 0; t < model_.terms(); ++t) {
+            std::array<double, 4 * 4> local{};
+            s.ByModel(alpha.data() + t * s.kShapes, c.data() + first + t * s.kBasis, local.data());
+            for (int z = 0; z < nz; ++z) {
+                const int row = z < s.kBasis ? first + t * s.kBasis + z : linear_ + t * s.kShapes + (z - s.kBasis);
+                for (int g = 0; g < groups; ++g)
+                    d(row, model_.index(g, t + 1)) = local[static_cast<std::size_t>(z * groups + g)];
+            }
+        }
+    });
+    return d;
 }
 
 }  // namespace quillet::fitting

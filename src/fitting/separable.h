@@ -40,6 +40,9 @@ class SeparableModel {
     // The full parameters of the curve with shape `alpha` and linear coefficients `c`; widths
     // come out positive (the curve does not change with their sign).
     std::vector<double> ParamsOf(const std::vector<double>& alpha, const Eigen::VectorXd& c) const;
+    // d z / d params at the curve (alpha, c), z its linear coefficients followed by its shape
+    // parameters: ((linearCount + nonlinearCount) x parameterCount).
+    Eigen::MatrixXd SplitByParams(const std::vector<double>& alpha, const Eigen::VectorXd& c) const;
     // The index in the full parameter vector of shape parameter k.
     int FullIndexOfShape(int k) const;
 

@@ -218,6 +218,39 @@ Eigen::MatrixXd Factor(const std::vector<double>& rowMajor, int cols) {
     return qr.R();
 }
 
+// The errors come from the split's factor; they must be those of the full model's Jacobian,
+// also where the split and the model's parameters part: negative widths, phases near +-pi.
+TEST(FitEngine, StandardErrorsAreThoseOfTheFullModelsJacobian) {
+    std::vector<ModelCase> cases = ModelCases();
+    ModelCase lorentzian = CaseOf(model::Lorentzian), modified = CaseOf(model::ModifiedLorentzian),
+              bell = CaseOf(model::BellCurve), sine = CaseOf(model::Sine);
+    for (int k : {3, 4}) lorentzian.start[static_cast<std::size_t>(k)] *= -1;
+    for (int k : {3, 4}) modified.start[static_cast<std::size_t>(k)] *= -1;
+    for (int k : {4, 5}) bell.start[static_cast<std::size_t>(k)] *= -1;
+    sine.truth[5] = sine.start[5] = 3.1;
+    sine.truth[6] = sine.start[6] = -3.1;
+    cases.insert(cases.end(), {lorentzian, modified, bell, sine});
+    std::uint64_t seed = 40;
+    for (const auto& c : cases) {
+        Fixture f = Prepare(c, 0.02, ++seed, {});
+        const FitResult r = Fit(f);
+        ASSERT_EQ(r.outcome, FitOutcome::Converged) << c.model << ": " << r.reason;
+        const std::size_t np = r.params.size();
+        std::vector<double> rows, grad(np);
+        for (double u : f.problem.u) {
+            f.model.Value(r.params.data(), u, grad.data());
+            rows.insert(rows.end(), grad.begin(), grad.end());
+        }
+        std::string note;
+        const double variance = r.weightedRss / static_cast<double>(f.problem.u.size() - np);
+        const std::vector<double> expected = StandardErrors(Factor(rows, static_cast<int>(np)), variance, note);
+        ASSERT_EQ(r.stdErrors.size(), expected.size()) << c.model << ": " << r.stdErrorsNote << note;
+        for (std::size_t k = 0; k < np; ++k)
+            EXPECT_NEAR(r.stdErrors[k], expected[k], 1e-7 * expected[k])
+                << "model " << c.model << " " << f.model.parameterName(static_cast<int>(k));
+    }
+}
+
 TEST(StandardErrors, StraightLineErrorsFollowTheClosedForm) {
     // y = a + b x at x = 0..4: (J'J)^-1 = [[30, -10], [-10, 5]] / 50.
     std::vector<double> j;
