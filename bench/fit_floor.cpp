@@ -42,9 +42,25 @@ Data Read(const char* path, double xnorm, double ynorm) {
     return d;
 }
 
+// Four partial sums, so that the loop vectorises without reordering one sum. Faster here than
+// Eigen's rank update, whose packing costs more than it saves on ten columns.
+double Dot(const double* x, const double* y, std::size_t n) {
+    double s0 = 0, s1 = 0, s2 = 0, s3 = 0;
+    std::size_t i = 0;
+    for (; i + 4 <= n; i += 4) {
+        s0 += x[i] * y[i];
+        s1 += x[i + 1] * y[i + 1];
+        s2 += x[i + 2] * y[i + 2];
+        s3 += x[i + 3] * y[i + 3];
+    }
+    for (; i < n; ++i) s0 += x[i] * y[i];
+    return (s0 + s1) + (s2 + s3);
+}
+
 // One evaluation: J'J (lower triangle) and J'r over all points, in blocks of rows.
 double Evaluate(const Data& d, const std::vector<double>& p, Eigen::MatrixXd& jtj, Eigen::VectorXd& jtr) {
-    const int np = static_cast<int>(p.size()), terms = (np - 1) / 3;
+    const auto np = static_cast<Eigen::Index>(p.size());
+    const int terms = static_cast<int>((np - 1) / 3);
     Eigen::MatrixXd j(kBlockRows, np);
     Eigen::VectorXd r(kBlockRows);
     jtj.setZero();
@@ -53,23 +69,28 @@ double Evaluate(const Data& d, const std::vector<double>& p, Eigen::MatrixXd& jt
     const std::size_t n = d.u.size();
     for (std::size_t first = 0; first < n; first += kBlockRows) {
         const std::size_t rows = std::min(kBlockRows, n - first);
-        for (std::size_t i = 0; i < rows; ++i) {
-            const double u = d.u[first + i];
-            double y = p[0];
-            j(static_cast<Eigen::Index>(i), 0) = 1;
-            for (int t = 0; t < terms; ++t) {
-                const double a = p[1 + 3 * t], w = p[2 + 3 * t], c = p[3 + 3 * t];
-                const double rw = 1 / w, s = 2 * (u - c) * rw, l = 1 / (1 + s * s);
-                const double dl = -2 * a * s * l * l;
-                y += a * l;
-                j(static_cast<Eigen::Index>(i), 1 + 3 * t) = l;
-                j(static_cast<Eigen::Index>(i), 2 + 3 * t) = dl * (-s * rw);
-                j(static_cast<Eigen::Index>(i), 3 + 3 * t) = dl * (-2 * rw);
-            }
-            r(static_cast<Eigen::Index>(i)) = y - d.v[first + i];
-        }
         const auto rws = static_cast<Eigen::Index>(rows);
-        jtj.selfadjointView<Eigen::Lower>().rankUpdate(j.topRows(rws).transpose());
+        const double* u = d.u.data() + first;
+        // Column by column, each term's shape constants hoisted: the loops vectorise.
+        j.col(0).head(rws).setOnes();
+        for (std::size_t i = 0; i < rows; ++i) r(static_cast<Eigen::Index>(i)) = p[0] - d.v[first + i];
+        for (int t = 0; t < terms; ++t) {
+            const double a = p[1 + 3 * t], rw = 1 / p[2 + 3 * t], c = p[3 + 3 * t];
+            double* cl = j.col(1 + 3 * t).data();
+            double* cw = j.col(2 + 3 * t).data();
+            double* ct = j.col(3 + 3 * t).data();
+            double* res = r.data();
+            for (std::size_t i = 0; i < rows; ++i) {
+                const double s = 2 * (u[i] - c) * rw, l = 1 / (1 + s * s);
+                const double dl = -2 * a * s * l * l;
+                res[i] += a * l;
+                cl[i] = l;
+                cw[i] = dl * (-s * rw);
+                ct[i] = dl * (-2 * rw);
+            }
+        }
+        for (Eigen::Index c1 = 0; c1 < np; ++c1)
+            for (Eigen::Index c2 = c1; c2 < np; ++c2) jtj(c2, c1) += Dot(j.col(c1).data(), j.col(c2).data(), rows);
         jtr.noalias() += j.topRows(rws).transpose() * r.head(rws);
         rss += r.head(rws).squaredNorm();
     }

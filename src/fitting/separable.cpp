@@ -1,5 +1,6 @@
 #include "fitting/separable.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <numbers>
@@ -217,7 +218,10 @@ void Fill(const SeparableModel& sm, const double* alpha, const double* u, const 
     if (offset)
         for (std::size_t j = 0; j < rows; ++j) out[j] = w ? w[j] : 1;
     for (int t = 0; t < sm.model().terms(); ++t) {
-        const double* a = alpha + t * S::kShapes;
+        // A copy the column stores cannot alias, so that what depends on the shape alone (the
+        // reciprocal of a width) is computed once per term rather than once per point.
+        double a[S::kShapes > 0 ? S::kShapes : 1];
+        std::copy_n(alpha + t * S::kShapes, S::kShapes, a);
         double* basis[nb];
         double* derivs[nb * (ns > 0 ? ns : 1)];
         for (int b = 0; b < nb; ++b) {

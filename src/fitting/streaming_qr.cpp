@@ -16,7 +16,8 @@ double Norm(const Eigen::Map<Eigen::VectorXd>& x) {
 
 }  // namespace
 
-StreamingQr::StreamingQr(int width) : width_(width), r_(Eigen::MatrixXd::Zero(width, width)) {}
+StreamingQr::StreamingQr(int width)
+    : width_(width), r_(Eigen::MatrixXd::Zero(width, width)), scratch_(static_cast<std::size_t>(width)) {}
 
 // Householder reflections on the stacked matrix [R; block]: column k's reflector touches only
 // R(k, k) and the block's column k, since R is already triangular. The reflector is scaled so
@@ -31,13 +32,16 @@ void StreamingQr::Fold(double* block, std::size_t rows) {
         const double beta = top > 0 ? -std::hypot(top, below) : std::hypot(top, below);  // the new diagonal
         const double tau = (beta - top) / beta;
         xk /= top - beta;
-        for (int j = k + 1; j < width_; ++j) {
-            Eigen::Map<Eigen::VectorXd> xj(block + static_cast<std::size_t>(j) * rows, n);
-            const double s = tau * (r_(k, j) + xk.dot(xj));
-            r_(k, j) -= s;
-            xj -= s * xk;
-        }
         r_(k, k) = beta;
+        const int rest = width_ - k - 1;
+        if (rest == 0) continue;
+        // All the columns to the right at once: s = tau (R(k, k+1:)' + X(:, k+1:)' v).
+        Eigen::Map<Eigen::MatrixXd> right(block + static_cast<std::size_t>(k + 1) * rows, n, rest);
+        Eigen::Map<Eigen::VectorXd> s(scratch_.data(), rest);
+        s.noalias() = right.transpose() * xk;
+        s = tau * (s + r_.row(k).tail(rest).transpose());
+        r_.row(k).tail(rest) -= s.transpose();
+        right.noalias() -= xk * s.transpose();
     }
 }
 
