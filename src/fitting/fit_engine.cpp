@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "fitting/covariance.h"
+#include "fitting/dot.h"
 #include "fitting/number_text.h"
 #include "fitting/separable.h"
 #include "fitting/streaming_qr.h"
@@ -135,9 +136,10 @@ Probe ProbeAt(const SeparableModel& sm, const FitProblem& fp, const std::vector<
         const double* wt = weights ? weights + first : nullptr;
         sm.FillBlock(alpha.data(), fp.u.data() + first, fp.v.data() + first, wt, rows, here.data());
         sm.FillBlock(beta.data(), fp.u.data() + first, fp.v.data() + first, wt, rows, there.data(), false);
-        const auto r = static_cast<Eigen::Index>(rows);
-        Eigen::Map<const Eigen::MatrixXd> x(here.data(), r, width), y(there.data(), r, m + 1);
-        cross.noalias() += x.transpose() * y;
+        for (int j = 0; j <= m; ++j)
+            for (int i = 0; i < width; ++i)
+                cross(i, j) += Dot(here.data() + static_cast<std::size_t>(i) * rows,
+                                   there.data() + static_cast<std::size_t>(j) * rows, rows);
         qr.Fold(there.data(), rows);
     }
     probe.there.r = qr.R();

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "fitting/dot.h"
+
 namespace quillet::fitting {
 
 namespace {
@@ -31,15 +33,14 @@ void StreamingQr::Fold(double* block, std::size_t rows) {
         const double top = r_(k, k);
         const double beta = top > 0 ? -std::hypot(top, below) : std::hypot(top, below);  // the new diagonal
         const double tau = (beta - top) / beta;
-        xk /= top - beta;
+        xk *= 1 / (top - beta);  // one division, not one per row
         r_(k, k) = beta;
         const int rest = width_ - k - 1;
         if (rest == 0) continue;
         // All the columns to the right at once: s = tau (R(k, k+1:)' + X(:, k+1:)' v).
         Eigen::Map<Eigen::MatrixXd> right(block + static_cast<std::size_t>(k + 1) * rows, n, rest);
         Eigen::Map<Eigen::VectorXd> s(scratch_.data(), rest);
-        s.noalias() = right.transpose() * xk;
-        s = tau * (s + r_.row(k).tail(rest).transpose());
+        for (int j = 0; j < rest; ++j) s(j) = tau * (r_(k, k + 1 + j) + Dot(right.col(j).data(), xk.data(), rows));
         r_.row(k).tail(rest) -= s.transpose();
         right.noalias() -= xk * s.transpose();
     }
