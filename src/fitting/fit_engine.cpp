@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "fitting/covariance.h"
+#include "fitting/data_passes.h"
 #include "fitting/dot.h"
 #include "fitting/number_text.h"
 #include "fitting/separable.h"
@@ -17,7 +18,6 @@ namespace quillet::fitting {
 
 namespace {
 
-constexpr std::size_t kBlockRows = 256;
 // Basis functions whose scaled columns are dependent below this ratio count as one: their
 // split is left to the smallest coefficients instead of cancelling huge ones.
 constexpr double kLinearRankTolerance = 1e-11;
@@ -61,17 +61,20 @@ void SolveLinear(const SeparableModel& sm, Evaluation& ev) {
 Evaluation Evaluate(const SeparableModel& sm, const FitProblem& fp, const std::vector<double>& alpha,
                     bool derivatives = true) {
     Evaluation ev;
-    StreamingQr qr(sm.width(derivatives));
-    std::vector<double> block(kBlockRows * static_cast<std::size_t>(sm.width(derivatives)));
-    const double* w = fp.weights.empty() ? nullptr : fp.weights.data();
     const std::size_t n = fp.u.size();
-    for (std::size_t first = 0; first < n; first += kBlockRows) {
-        const std::size_t rows = std::min(kBlockRows, n - first);
-        sm.FillBlock(alpha.data(), fp.u.data() + first, fp.v.data() + first, w ? w + first : nullptr, rows,
-                     block.data(), derivatives);
-        qr.Fold(block.data(), rows);
-    }
-    ev.r = qr.R();
+    const int parts = PartsFor(n), width = sm.width(derivatives);
+    std::vector<StreamingQr> qr(static_cast<std::size_t>(parts), StreamingQr(width));
+    std::vector<std::vector<double>> blocks(static_cast<std::size_t>(parts),
+                                            std::vector<double>(kBlockRows * static_cast<std::size_t>(width)));
+    const double* w = fp.weights.empty() ? nullptr : fp.weights.data();
+    PassInParts(n, parts, [&](int part, std::size_t first, std::size_t rows) {
+        double* block = blocks[static_cast<std::size_t>(part)].data();
+        sm.FillBlock(alpha.data(), fp.u.data() + first, fp.v.data() + first, w ? w + first : nullptr, rows, block,
+                     derivatives);
+        qr[static_cast<std::size_t>(part)].Fold(block, rows);
+    });
+    for (int part = 1; part < parts; ++part) qr[0].Merge(qr[static_cast<std::size_t>(part)]);
+    ev.r = qr[0].R();
     if (!ev.r.allFinite()) return ev;
     SolveLinear(sm, ev);
     ev.ok = std::isfinite(ev.rss) && ev.c.allFinite();
@@ -125,31 +128,37 @@ Probe ProbeAt(const SeparableModel& sm, const FitProblem& fp, const std::vector<
               const Evaluation& ev, const std::vector<double>& beta) {
     const int m = sm.linearCount(), nd = sm.derivativeCount(), width = sm.width();
     Probe probe;
-    StreamingQr qr(m + 1);
-    std::vector<double> here(kBlockRows * static_cast<std::size_t>(width)),
-        there(kBlockRows * static_cast<std::size_t>(m + 1));
-    Eigen::MatrixXd cross = Eigen::MatrixXd::Zero(width, m + 1);
-    const double* weights = fp.weights.empty() ? nullptr : fp.weights.data();
     const std::size_t n = fp.u.size();
-    for (std::size_t first = 0; first < n; first += kBlockRows) {
-        const std::size_t rows = std::min(kBlockRows, n - first);
+    const int parts = PartsFor(n);
+    const auto count = static_cast<std::size_t>(parts);
+    std::vector<StreamingQr> qr(count, StreamingQr(m + 1));
+    std::vector<Eigen::MatrixXd> cross(count, Eigen::MatrixXd::Zero(width, m + 1));
+    std::vector<std::vector<double>> here(count, std::vector<double>(kBlockRows * static_cast<std::size_t>(width))),
+        there(count, std::vector<double>(kBlockRows * static_cast<std::size_t>(m + 1)));
+    const double* weights = fp.weights.empty() ? nullptr : fp.weights.data();
+    PassInParts(n, parts, [&](int part, std::size_t first, std::size_t rows) {
+        const auto p = static_cast<std::size_t>(part);
         const double* wt = weights ? weights + first : nullptr;
-        sm.FillBlock(alpha.data(), fp.u.data() + first, fp.v.data() + first, wt, rows, here.data());
-        sm.FillBlock(beta.data(), fp.u.data() + first, fp.v.data() + first, wt, rows, there.data(), false);
+        double *x = here[p].data(), *y = there[p].data();
+        sm.FillBlock(alpha.data(), fp.u.data() + first, fp.v.data() + first, wt, rows, x);
+        sm.FillBlock(beta.data(), fp.u.data() + first, fp.v.data() + first, wt, rows, y, false);
         for (int j = 0; j <= m; ++j)
             for (int i = 0; i < width; ++i)
-                cross(i, j) += Dot(here.data() + static_cast<std::size_t>(i) * rows,
-                                   there.data() + static_cast<std::size_t>(j) * rows, rows);
-        qr.Fold(there.data(), rows);
+                cross[p](i, j) += Dot(x + static_cast<std::size_t>(i) * rows, y + static_cast<std::size_t>(j) * rows, rows);
+        qr[p].Fold(y, rows);
+    });
+    for (std::size_t p = 1; p < count; ++p) {
+        qr[0].Merge(qr[p]);
+        cross[0] += cross[p];
     }
-    probe.there.r = qr.R();
+    probe.there.r = qr[0].R();
     if (!probe.there.r.allFinite()) return probe;
     SolveLinear(sm, probe.there);
     probe.there.ok = std::isfinite(probe.there.rss) && probe.there.c.allFinite();
     if (!probe.there.ok) return probe;
     Eigen::VectorXd coefficients(m + 1);
     coefficients << probe.there.c, -1;
-    const Eigen::VectorXd xtx = cross * coefficients;
+    const Eigen::VectorXd xtx = cross[0] * coefficients;
     const Eigen::MatrixXd mix = sm.Mixing(ev.c);
     const Eigen::MatrixXd r11 = ev.r.topLeftCorner(m, m);
     const Eigen::VectorXd z = r11.transpose().triangularView<Eigen::Lower>().solve(xtx.head(m));

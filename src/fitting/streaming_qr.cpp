@@ -46,4 +46,10 @@ void StreamingQr::Fold(double* block, std::size_t rows) {
     }
 }
 
+// R'R is the other part's X'X: its rows stand for all of them.
+void StreamingQr::Merge(const StreamingQr& other) {
+    Eigen::MatrixXd rows = other.r_;
+    Fold(rows.data(), static_cast<std::size_t>(width_));
+}
+
 }  // namespace quillet::fitting

@@ -15,6 +15,8 @@ class StreamingQr {
     // Folds `rows` rows of X into R. `block` is column-major with leading dimension `rows`;
     // its contents are used up.
     void Fold(double* block, std::size_t rows);
+    // Folds in the rows another factor has taken, as if they had come here.
+    void Merge(const StreamingQr& other);
     // The upper triangular factor (width x width) of the rows folded so far.
     const Eigen::MatrixXd& R() const { return r_; }
 

@@ -155,6 +155,31 @@ TEST(FitEngine, EveryModelRecoversNoisyCurvesWithinThreeStandardErrors) {
     EXPECT_GT(ratios / count, 0.4);  // errors several times too large would pass the test above
 }
 
+// Large data are taken in parts side by side: the sum of squares and the errors must still be
+// those of every point.
+TEST(FitEngine, LargeDataGiveTheSumOfSquaresOfEveryPoint) {
+    const ModelCase& c = CaseOf(model::Lorentzian);
+    Fixture f{Model(*FindModelKind(c.model), c.terms), {}};
+    std::mt19937_64 rng(3);
+    const int n = 40000;
+    for (int i = 0; i < n; ++i) {
+        const double u = c.u0 + (c.u1 - c.u0) * i / (n - 1);
+        f.problem.u.push_back(u);
+        f.problem.v.push_back(f.model.Value(c.truth.data(), u, nullptr) + Normal(rng, 0.02));
+    }
+    f.problem.start = c.start;
+    f.problem.options = MapSolverValues(c.model, {});
+    const FitResult r = Fit(f);
+    ASSERT_EQ(r.outcome, FitOutcome::Converged) << r.reason;
+    double rss = 0;
+    for (int i = 0; i < n; ++i) {
+        const double e = f.model.Value(r.params.data(), f.problem.u[i], nullptr) - f.problem.v[i];
+        rss += e * e;
+    }
+    EXPECT_NEAR(r.weightedRss, rss, 1e-9 * rss);
+    EXPECT_NEAR(rss / n, 0.02 * 0.02, 0.05 * 0.02 * 0.02);
+}
+
 TEST(FitEngine, SineFrequenciesStayBelowThirtyPercentAboveTheirStart) {
     // One period of a sine of frequency 1, started at 0.75: the fit presses against 0.975.
     const ModelCase c{model::Sine, 1, {0, 1, 1, 0}, {0, 1, 0.75, 0}, 0, 1};
