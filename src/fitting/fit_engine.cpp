@@ -142,9 +142,7 @@ Probe ProbeAt(const SeparableModel& sm, const FitProblem& fp, const std::vector<
         double *x = here[p].data(), *y = there[p].data();
         sm.FillBlock(alpha.data(), fp.u.data() + first, fp.v.data() + first, wt, rows, x);
         sm.FillBlock(beta.data(), fp.u.data() + first, fp.v.data() + first, wt, rows, y, false);
-        for (int j = 0; j <= m; ++j)
-            for (int i = 0; i < width; ++i)
-                cross[p](i, j) += Dot(x + static_cast<std::size_t>(i) * rows, y + static_cast<std::size_t>(j) * rows, rows);
+        AddColumnProducts(x, width, y, m + 1, rows, cross[p].data());
         qr[p].Fold(y, rows);
     });
     for (std::size_t p = 1; p < count; ++p) {

@@ -10,39 +10,38 @@ namespace {
 
 // |x| without overflow or underflow on the way: a plain sum of squares where it is safe
 // (a bell far from its centre leaves values near 1e-160, whose squares vanish).
-double Norm(const Eigen::Map<Eigen::VectorXd>& x) {
-    const double squares = x.squaredNorm();
+double Norm(const double* x, std::size_t n) {
+    const double squares = Dot(x, x, n);
     if (squares > 1e-280 && squares < 1e280) return std::sqrt(squares);
-    return x.stableNorm();
+    return Eigen::Map<const Eigen::VectorXd>(x, static_cast<Eigen::Index>(n)).stableNorm();
 }
 
 }  // namespace
 
-StreamingQr::StreamingQr(int width)
-    : width_(width), r_(Eigen::MatrixXd::Zero(width, width)), scratch_(static_cast<std::size_t>(width)) {}
+StreamingQr::StreamingQr(int width) : width_(width), r_(Eigen::MatrixXd::Zero(width, width)) {}
 
 // Householder reflections on the stacked matrix [R; block]: column k's reflector touches only
 // R(k, k) and the block's column k, since R is already triangular. The reflector is scaled so
 // that its first element is 1 (v = [1; x / (top - beta)]), which keeps every element at most 1.
-void StreamingQr::Fold(double* block, std::size_t rows) {
-    const auto n = static_cast<Eigen::Index>(rows);
+// Plain loops, built once more for processors with wider vectors: without fused multiply-adds
+// both builds round alike, so the numbers do not depend on the processor.
+QUILLET_WIDE_VECTORS void StreamingQr::Fold(double* block, std::size_t rows) {
     for (int k = 0; k < width_; ++k) {
-        Eigen::Map<Eigen::VectorXd> xk(block + static_cast<std::size_t>(k) * rows, n);
-        const double below = Norm(xk);
+        double* v = block + static_cast<std::size_t>(k) * rows;
+        const double below = Norm(v, rows);
         if (below == 0) continue;
         const double top = r_(k, k);
         const double beta = top > 0 ? -std::hypot(top, below) : std::hypot(top, below);  // the new diagonal
         const double tau = (beta - top) / beta;
-        xk *= 1 / (top - beta);  // one division, not one per row
+        const double scale = 1 / (top - beta);  // one division, not one per row
+        for (std::size_t i = 0; i < rows; ++i) v[i] *= scale;
         r_(k, k) = beta;
-        const int rest = width_ - k - 1;
-        if (rest == 0) continue;
-        // All the columns to the right at once: s = tau (R(k, k+1:)' + X(:, k+1:)' v).
-        Eigen::Map<Eigen::MatrixXd> right(block + static_cast<std::size_t>(k + 1) * rows, n, rest);
-        Eigen::Map<Eigen::VectorXd> s(scratch_.data(), rest);
-        for (int j = 0; j < rest; ++j) s(j) = tau * (r_(k, k + 1 + j) + Dot(right.col(j).data(), xk.data(), rows));
-        r_.row(k).tail(rest) -= s.transpose();
-        right.noalias() -= xk * s.transpose();
+        for (int j = k + 1; j < width_; ++j) {
+            double* x = block + static_cast<std::size_t>(j) * rows;
+            const double s = tau * (r_(k, j) + Dot(x, v, rows));
+            r_(k, j) -= s;
+            for (std::size_t i = 0; i < rows; ++i) x[i] -= s * v[i];
+        }
     }
 }
 

@@ -4,7 +4,6 @@
 // X's condition number, and Q'y of any column y of X is the matching column of R.
 #include <Eigen/Core>
 #include <cstddef>
-#include <vector>
 
 namespace quillet::fitting {
 
@@ -23,7 +22,6 @@ class StreamingQr {
   private:
     int width_;
     Eigen::MatrixXd r_;
-    std::vector<double> scratch_;
 };
 
 }  // namespace quillet::fitting
