@@ -4,6 +4,7 @@
 
 #include "env/errors.h"
 #include "env/files.h"
+#include "fitting/data_passes.h"
 #include "fitting/fit_error.h"
 #include "fitting/number_text.h"
 
@@ -25,40 +26,78 @@ std::string ReadForFit(const std::string& path, const std::string& what) {
     }
 }
 
-DataPoints ReadDataPoints(const std::string& path, int firstLine, int count) {
-    const std::string bytes = ReadForFit(path, "data file");
-    DataPoints d;
-    // A point takes at least four bytes ("1 2" and a line end), whatever question 4 asks for.
-    const std::size_t expected = std::min(static_cast<std::size_t>(std::max(count, 0)), bytes.size() / 4 + 1);
-    d.x.reserve(expected);
-    d.y.reserve(expected);
-    std::vector<std::string_view> fields;
-    std::size_t pos = 0;
+namespace {
+
+// Where the points lie: from `begin` to `end`, starting at line `line`, one point a line.
+struct PointLines {
+    std::size_t begin = 0, end = 0;
     long line = 1;
-    for (; line < firstLine && pos < bytes.size(); ++line) {
-        pos = bytes.find('\n', pos);
-        pos = pos == std::string::npos ? bytes.size() : pos + 1;
-    }
-    for (; static_cast<int>(d.x.size()) < count && pos < bytes.size(); ++line) {
-        std::size_t end = bytes.find('\n', pos);
-        if (end == std::string::npos) end = bytes.size();
-        std::string_view text(bytes.data() + pos, end - pos);
+    std::size_t count = 0;
+};
+
+std::size_t NextLine(const std::string& bytes, std::size_t pos) {
+    const std::size_t end = bytes.find('\n', pos);
+    return end == std::string::npos ? bytes.size() : end + 1;
+}
+
+// The position `lines` lines after `pos`.
+std::size_t Skip(const std::string& bytes, std::size_t pos, std::size_t lines) {
+    for (; lines > 0 && pos < bytes.size(); --lines) pos = NextLine(bytes, pos);
+    return pos;
+}
+
+PointLines FindPointLines(const std::string& bytes, int firstLine, int count) {
+    PointLines p;
+    for (; p.line < firstLine && p.begin < bytes.size(); ++p.line) p.begin = NextLine(bytes, p.begin);
+    const auto wanted = static_cast<std::size_t>(std::max(count, 0));
+    p.end = p.begin;
+    for (; p.count < wanted && p.end < bytes.size(); ++p.count) p.end = NextLine(bytes, p.end);
+    return p;
+}
+
+// The points of the lines from `pos` to `end`, the first of them line `line`, into x and y.
+void ParseLines(const std::string& path, std::string_view bytes, std::size_t pos, std::size_t end, long line,
+                double* x, double* y) {
+    std::vector<std::string_view> fields;
+    for (; pos < end; ++line, ++x, ++y) {
+        std::size_t stop = bytes.find('\n', pos);
+        if (stop == std::string_view::npos || stop > end) stop = end;
+        std::string_view text(bytes.data() + pos, stop - pos);
         if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
-        pos = end + 1;
+        pos = stop + 1;
         SplitFields(text, fields);
         if (fields.size() != 2)
             throw FitInputError(Where(path, line) + " does not hold one X and one Y value: \"" + std::string(text) +
                                 "\".");
-        auto x = ParseNumber(fields[0]);
-        auto y = ParseNumber(fields[1]);
-        if (!x || !y)
-            throw FitInputError(Where(path, line) + " holds \"" + std::string(!x ? fields[0] : fields[1]) +
+        auto px = ParseNumber(fields[0]);
+        auto py = ParseNumber(fields[1]);
+        if (!px || !py)
+            throw FitInputError(Where(path, line) + " holds \"" + std::string(!px ? fields[0] : fields[1]) +
                                 "\", which is not a number.");
-        d.x.push_back(*x);
-        d.y.push_back(*y);
+        *x = *px;
+        *y = *py;
     }
-    if (static_cast<int>(d.x.size()) < count)
-        throw FitInputError("The data file \"" + path + "\" holds " + std::to_string(d.x.size()) +
+}
+
+}  // namespace
+
+DataPoints ReadDataPoints(const std::string& path, int firstLine, int count) {
+    const std::string bytes = ReadForFit(path, "data file");
+    const PointLines p = FindPointLines(bytes, firstLine, count);
+    DataPoints d;
+    d.x.resize(p.count);
+    d.y.resize(p.count);
+    // Two halves side by side for many points; a bad line in the first half is reported first.
+    if (PartsFor(p.count) > 1) {
+        const std::size_t half = p.count / 2, middle = Skip(bytes, p.begin, half);
+        const long middleLine = p.line + static_cast<long>(half);
+        RunSideBySide({[&] { ParseLines(path, bytes, p.begin, middle, p.line, d.x.data(), d.y.data()); },
+                       [&] { ParseLines(path, bytes, middle, p.end, middleLine, d.x.data() + half, d.y.data() + half); }});
+    } else {
+        ParseLines(path, bytes, p.begin, p.end, p.line, d.x.data(), d.y.data());
+    }
+    if (static_cast<int>(p.count) < count)
+        throw FitInputError("The data file \"" + path + "\" holds " + std::to_string(p.count) +
                             " points from line " + std::to_string(firstLine) + " on; question 4 asks for " +
                             std::to_string(count) + ".");
     return d;

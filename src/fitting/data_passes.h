@@ -4,6 +4,7 @@
 // on one core as on many.
 #include <cstddef>
 #include <functional>
+#include <vector>
 
 namespace quillet::fitting {
 
@@ -11,6 +12,10 @@ inline constexpr std::size_t kBlockRows = 256;
 
 // How many parts a pass over n points is cut into.
 int PartsFor(std::size_t n);
+
+// Runs the jobs side by side, the first on this thread. When some fail, the first of them in
+// the list has its exception rethrown, so errors come in the order of the data.
+void RunSideBySide(const std::vector<std::function<void()>>& jobs);
 
 // Calls visit(part, first, rows) for every block of every part; part 0 on this thread, the
 // others on threads of their own. Blocks of one part come in order.

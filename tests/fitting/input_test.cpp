@@ -110,6 +110,31 @@ TEST(DataFile, ReadsPointsFromTheirFirstLineAndNamesTheLineOfBadData) {
     EXPECT_THROW(ReadDataPoints(dir / "none.txt", 1, 3), FitInputError);
 }
 
+// Many points are read in two halves at once: every point in order, and of two bad lines the
+// earlier one is named, whichever half it lies in.
+TEST(DataFile, ManyPointsComeInOrderAndTheFirstBadLineIsNamed) {
+    TempDir dir;
+    const std::string path = dir / "big.txt";
+    const int n = 50001;
+    auto text = [&](int badA, int badB) {
+        std::string t = "X Y\r\n";
+        for (int i = 0; i < n; ++i)
+            t += (i == badA || i == badB) ? "oops\r\n" : std::to_string(i) + " " + std::to_string(2 * i) + "\r\n";
+        return t;
+    };
+    WriteBytes(path, text(-1, -1));
+    const DataPoints d = ReadDataPoints(path, 2, n);
+    ASSERT_EQ(d.x.size(), static_cast<std::size_t>(n));
+    for (int i = 0; i < n; ++i) ASSERT_TRUE(d.x[i] == i && d.y[i] == 2 * i) << i;
+    struct Row { int badA, badB; long line; };
+    for (const Row& row : {Row{10, -1, 12}, Row{40000, -1, 40002}, Row{30000, 40000, 30002}, Row{24999, 25000, 25001}}) {
+        WriteBytes(path, text(row.badA, row.badB));
+        EXPECT_EQ(InputError([&] { ReadDataPoints(path, 2, n); }),
+                  "Line " + std::to_string(row.line) + " of the data file \"" + path +
+                      "\" does not hold one X and one Y value: \"oops\".");
+    }
+}
+
 // The options, one field each ("-" for a test the family does not have), or the error the values raise.
 std::string Described(int model, const std::array<std::string, 6>& values) {
     try {
