@@ -213,8 +213,9 @@ class ShapeSearch {
         Eigen::MatrixXd mix = Eigen::MatrixXd::Zero(m + nd, m + q);
         mix.topLeftCorner(m, m).setIdentity();
         mix.bottomRightCorner(nd, q) = sm_.Mixing(ev_.c);
-        const Eigen::MatrixXd j = ev_.r.topLeftCorner(m + nd, m + nd).triangularView<Eigen::Upper>() * mix *
-                                  sm_.SplitByParams(alpha_, ev_.c);
+        // Products of a few columns: lazily, without the blocking set-up of a large product.
+        const Eigen::MatrixXd j =
+            ev_.r.topLeftCorner(m + nd, m + nd).lazyProduct(mix).lazyProduct(sm_.SplitByParams(alpha_, ev_.c));
         const Eigen::HouseholderQR<Eigen::MatrixXd> qr(j);
         return qr.matrixQR().topRows(j.cols()).triangularView<Eigen::Upper>();
     }
