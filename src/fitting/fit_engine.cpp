@@ -30,6 +30,7 @@ constexpr double kExactFit = 1e-26;
 constexpr double kLeastDamping = 1e-3;
 constexpr double kMostDamping = 1e16;
 constexpr double kInf = std::numeric_limits<double>::infinity();
+constexpr double kStraightBend = 0.02, kStraightQuality = 0.02;
 
 // The model at one shape: the triangular factor R of W [basis | derivatives | v] over all
 // points, the best linear coefficients and the weighted sum of squares.
@@ -325,7 +326,14 @@ class ShapeSearch {
             for (double& s : d)
                 if (!(s > 0)) s = 1;
             const Eigen::VectorXd velocity = Step(l, d, lambda, free);
-            const Eigen::VectorXd step = velocity + Acceleration(l, d, lambda, free, velocity, result);
+            // A valley that hardly bent at the last probe, followed by a step that did as the
+            // linear model said, needs no probe for this step.
+            Eigen::VectorXd step = velocity;
+            if (!(bend_ < kStraightBend && std::fabs(lastQuality_ - 1) < kStraightQuality)) {
+                const Eigen::VectorXd acc = Acceleration(l, d, lambda, free, velocity, result);
+                bend_ = acc.norm() / velocity.norm();
+                step += acc;
+            }
             std::vector<double> trial = alpha_;
             Eigen::VectorXd taken(step.size());
             for (Eigen::Index k = 0; k < step.size(); ++k) {
@@ -338,6 +346,7 @@ class ShapeSearch {
             Evaluation next = Evaluated(trial, result);
             const double decrease = next.ok ? ev_.rss - next.rss : -kInf;
             const double quality = predicted > 0 ? decrease / predicted : -kInf;
+            lastQuality_ = quality;
             if (quality > 1e-4) {
                 lastDecrease = decrease / ev_.rss;
                 alpha_ = std::move(trial);
@@ -373,6 +382,8 @@ class ShapeSearch {
     const EngineOptions& o_;
     std::vector<double> alpha_, lower_, upper_;
     Eigen::VectorXd scale_;  // Marquardt's damping scale: the largest column norms seen
+    double bend_ = kInf;      // |acceleration| / |velocity| at the last probe
+    double lastQuality_ = 0;  // actual / predicted decrease of the last step
     Evaluation ev_;
 };
 
