@@ -450,7 +450,17 @@ std::string FreeDamagedName(const std::string& file) {
 
 }  // namespace
 
-FileRegistry::FileRegistry(std::string folder) : folder_(std::move(folder)) {}
+FileRegistry::FileRegistry(std::string folder, std::chrono::nanoseconds settled)
+    : folder_(std::move(folder)), settled_(settled) {}
+
+FileRegistry::~FileRegistry() = default;
+
+FileRegistry::Hive* FileRegistry::Known(RootKey root, const std::string& file) {
+    auto it = known_.find(root);
+    if (it == known_.end()) return nullptr;
+    const auto now = FileStamp::Of(file);
+    return now && *now == it->second.stamp ? it->second.hive.get() : nullptr;
+}
 
 std::string FileRegistry::HiveFile(RootKey root) const {
     const char* name = RootName(root);
@@ -477,16 +487,26 @@ KeyHandle FileRegistry::Remember(RootKey root, std::string path, std::uint32_t a
 
 // Reads the hive file into `hive`. A damaged file is set aside when we hold the lock, and
 // reported once; the hive then starts empty.
-FileRegistry::Load FileRegistry::LoadHive(const std::string& file, const std::string& rootName,
-                                          bool locked, Hive& hive) {
+FileRegistry::Load FileRegistry::LoadHive(RootKey root, const std::string& file, bool locked,
+                                          Hive& hive) {
+    const std::string rootName = RootName(root);
+    // Taken before reading: a change after the stamp gives a new stamp, so what was read is
+    // never newer than the stamp says.
+    const auto readAt = std::chrono::system_clock::now();
+    const auto stamp = FileStamp::Of(file);
     std::string text;
     try {
+        ++traffic_.reads;
         text = ReadWholeFile(file);
     } catch (const RuntimeError& e) {
         return e.number() == err::FileNotFound ? Load::Loaded : Load::Unreadable;
     }
     std::string why;
-    if (HiveParser(rootName, hive).Parse(text, why)) return Load::Loaded;
+    if (HiveParser(rootName, hive).Parse(text, why)) {
+        if (stamp && stamp->SettledBy(readAt, settled_))
+            known_[root] = Remembered{*stamp, std::make_unique<Hive>(hive)};
+        return Load::Loaded;
+    }
     hive = Hive();
     std::string aside = FreeDamagedName(file);
     if (locked && ::rename(file.c_str(), aside.c_str()) == 0) {
@@ -503,21 +523,30 @@ FileRegistry::Load FileRegistry::LoadHive(const std::string& file, const std::st
 
 // Runs `change` on the hive as it is on disk now, under the lock, and writes the hive back
 // when `change` says it changed it. Reads of a folder where no lock can be taken go on
-// without one.
+// without one. While the file is the one read last, the hive in memory answers: reads and
+// changes that change nothing then take neither the lock nor the file.
 template <class Change>
 long FileRegistry::WithHive(RootKey root, bool mayChange, Change change) {
     const char* rootName = RootName(root);
     if (!rootName) return reg::InvalidHandle;
     std::string file = HiveFile(root);
-    Hive hive;
     bool changed = false;
+    if (Hive* known = Known(root, file)) {
+        if (!mayChange) return change(*known, changed);
+        Hive trial = *known;
+        long rc = change(trial, changed);
+        if (rc != reg::Success || !changed) return rc;
+        changed = false;  // the change is made again below, on the file as it is under the lock
+    }
+    known_.erase(root);
+    Hive hive;
     if (!mayChange && !Exists(file)) return change(hive, changed);
 
     std::error_code ec;
     if (mayChange) std::filesystem::create_directories(folder_, ec);
     LockFile lock(file + ".lock");
     if (mayChange && !lock.held()) return reg::AccessDenied;
-    switch (LoadHive(file, rootName, lock.held(), hive)) {
+    switch (LoadHive(root, file, lock.held(), hive)) {
         case Load::Loaded:
             break;
         case Load::Unreadable:
@@ -528,7 +557,9 @@ long FileRegistry::WithHive(RootKey root, bool mayChange, Change change) {
     }
     long rc = change(hive, changed);
     if (rc != reg::Success || !changed) return rc;
+    known_.erase(root);  // what LoadHive kept is about to be replaced
     try {
+        ++traffic_.writes;
         WriteFileAtomically(file, FormatHive(hive, rootName));
     } catch (const RuntimeError&) {
         return reg::AccessDenied;
