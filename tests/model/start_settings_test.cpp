@@ -11,6 +11,7 @@
 #include "env/file_registry_posix.h"
 #include "env/mdlRegistryAPI.h"
 #include "env/settings.h"
+#include "env/text.h"
 #include "model/startup.h"
 #include "support/form_fixture.h"
 

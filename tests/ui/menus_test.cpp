@@ -46,7 +46,7 @@ protected:
 TEST_F(Menus, TheDemosMenuShowsTheExamplesOfTheFolderAsItIsWhenTheTabFirstShows) {
     std::filesystem::copy_file(QUILLET_TEST_DATA "/model/Run1.Fit", program + "/demos/ExLater.Fit");
     Find<QAction>("mnuDemosRun")->trigger();
-    EXPECT_EQ(window->tabs()->currentWidget(), window->demos());
+    EXPECT_EQ(window->tabs()->currentIndex(), static_cast<int>(Tab::Demos));
     auto* list = Find<QTreeWidget>("demoList");
     ASSERT_EQ(list->topLevelItemCount(), 2);
     EXPECT_EQ(list->topLevelItem(1)->text(0), "ExLater.Fit");
