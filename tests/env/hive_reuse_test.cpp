@@ -79,6 +79,8 @@ struct OutsideChange {
     const char* after;  // the value read after it
 };
 
+void PrintTo(const OutsideChange& c, std::ostream* os) { *os << c.what; }
+
 // A change a moment after the first read: by another program of the maker (the file is
 // replaced), by a person who edits it in place keeping its size (only a settled file is
 // trusted, so the store reads it again), or the file removed.

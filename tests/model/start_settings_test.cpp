@@ -30,6 +30,8 @@ struct Before {
     bool exited;  // the session before ended through the exit routine
 };
 
+void PrintTo(const Before& b, std::ostream* os) { *os << b.what; }
+
 // A session that ended without the exit routine (killed, a crash) leaves the run counter at 0,
 // so the next start registers the file types again; that must change nothing either.
 class StartAfterASession : public testing::FormFixture, public ::testing::WithParamInterface<Before> {
