@@ -81,7 +81,11 @@ void RegisterFileTypesOnFirstStart(Env& env, std::int16_t runCount,
     Merge(values, FileTypeValues("Fit", parentFolder, "MyEditor.bat", std::string("Fit") + " Input file", ""));
     if (FileExists(env, JoinPath(parentFolder, "f32main.exe")))
         Merge(values, FileTypeValues("prz", parentFolder, "f32main.exe", "MV Presentation", ""));
-    SetClassValues(env, values);
+    {
+        // A first start sets a dozen class texts: one write of the hive, not one per text.
+        RegistryBatch batch(*env.registry);
+        SetClassValues(env, values);
+    }
     ShowRegistryNotices(env);
 }
 

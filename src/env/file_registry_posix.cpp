@@ -453,7 +453,51 @@ std::string FreeDamagedName(const std::string& file) {
 FileRegistry::FileRegistry(std::string folder, std::chrono::nanoseconds settled)
     : folder_(std::move(folder)), settled_(settled) {}
 
+struct FileRegistry::Batched {
+    std::unique_ptr<LockFile> lock;
+    Hive hive;
+    Load load = Load::Loaded;
+    bool changed = false;
+};
+
 FileRegistry::~FileRegistry() = default;
+
+void FileRegistry::BeginBatch() {
+    ++batchDepth_;
+}
+
+void FileRegistry::EndBatch() {
+    if (batchDepth_ == 0 || --batchDepth_ > 0) return;
+    for (auto& [root, b] : batched_) {
+        if (!b->changed) continue;
+        known_.erase(root);
+        // The calls have answered already; a write that fails leaves the file as it was, as a
+        // failed change outside a batch does.
+        try {
+            ++traffic_.writes;
+            WriteFileAtomically(HiveFile(root), FormatHive(b->hive, RootName(root)));
+        } catch (const RuntimeError&) {
+        }
+    }
+    batched_.clear();  // and with it the locks
+}
+
+FileRegistry::Batched* FileRegistry::InBatch(RootKey root, bool mayChange, long& rc) {
+    std::unique_ptr<Batched>& slot = batched_[root];
+    if (!slot) {
+        slot = std::make_unique<Batched>();
+        const std::string file = HiveFile(root);
+        std::error_code ec;
+        std::filesystem::create_directories(folder_, ec);
+        slot->lock = std::make_unique<LockFile>(file + ".lock");
+        slot->load = LoadHive(root, file, slot->lock->held(), slot->hive);
+    }
+    const Batched& b = *slot;
+    rc = b.load == Load::Unreadable                                                 ? reg::AccessDenied
+         : mayChange && (!b.lock->held() || b.load == Load::DamagedInPlace) ? reg::AccessDenied
+                                                                                    : reg::Success;
+    return rc == reg::Success ? slot.get() : nullptr;
+}
 
 FileRegistry::Hive* FileRegistry::Known(RootKey root, const std::string& file) {
     auto it = known_.find(root);
@@ -531,6 +575,14 @@ long FileRegistry::WithHive(RootKey root, bool mayChange, Change change) {
     if (!rootName) return reg::InvalidHandle;
     std::string file = HiveFile(root);
     bool changed = false;
+    if (batchDepth_ > 0) {
+        long rc;
+        Batched* b = InBatch(root, mayChange, rc);
+        if (!b) return rc;
+        rc = change(b->hive, changed);
+        if (rc == reg::Success && changed) b->changed = true;
+        return rc;
+    }
     if (Hive* known = Known(root, file)) {
         if (!mayChange) return change(*known, changed);
         Hive trial = *known;

@@ -38,6 +38,10 @@ class FileRegistry : public RegistryBackend {
     long CreateKeyPlain(RootKey root, const std::string& subKey, KeyHandle& key) override;
     long SetDefaultText(KeyHandle key, const std::string& subKey, const std::string& text) override;
     std::vector<std::string> TakeNotices() override;
+    // Inside a batch each hive file is locked and read once, at its first use, and written at
+    // most once, when the outermost batch ends; other programs wait for the lock meanwhile.
+    void BeginBatch() override;
+    void EndBatch() override;
 
     // The hive file of a root, e.g. "<folder>/HKEY_CURRENT_USER.reg".
     std::string HiveFile(RootKey root) const;
@@ -68,6 +72,11 @@ class FileRegistry : public RegistryBackend {
     // The hive as last read from an unchanged, settled file; else null.
     Hive* Known(RootKey root, const std::string& file);
 
+    struct Batched;  // a hive held under its lock for a batch
+    // The hive of `root` in the running batch, loaded under its lock at the first use; null
+    // when it cannot be (rc says why).
+    Batched* InBatch(RootKey root, bool mayChange, long& rc);
+
     struct Remembered {
         FileStamp stamp;
         std::unique_ptr<Hive> hive;
@@ -76,6 +85,8 @@ class FileRegistry : public RegistryBackend {
     std::chrono::nanoseconds settled_;
     std::map<RootKey, Remembered> known_;
     Traffic traffic_;
+    int batchDepth_ = 0;
+    std::map<RootKey, std::unique_ptr<Batched>> batched_;
     std::map<KeyHandle, OpenedKey> open_;
     KeyHandle next_ = 1;
     std::vector<std::string> notices_;

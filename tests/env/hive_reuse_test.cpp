@@ -72,6 +72,31 @@ TEST_F(HiveReuse, ASettledFileIsReadOnceAndWhatChangesNothingWritesNothing) {
     EXPECT_NE(ReadBytes(file).find("\"v\"=\"2\""), std::string::npos);
 }
 
+// Inside a batch the calls answer from the hive with the batch's changes; the file changes once,
+// when the outermost batch ends.
+TEST_F(HiveReuse, ABatchWritesItsChangesOnceAtItsEndAndReadsThemMeanwhile) {
+    FileRegistry store(hives);
+    Env e = Using(store);
+    const std::string before = ReadBytes(file);
+    {
+        RegistryBatch outer(store);
+        SetRegValue(e, reg::CurrentUser, kKey, "v", reg::Sz, std::string("2"));
+        {
+            RegistryBatch inner(store);
+            CreateKey(e, reg::CurrentUser, kKey + "\\Sub");
+            SetRegValue(e, reg::CurrentUser, kKey + "\\Sub", "w", reg::Sz, std::string("3"));
+        }
+        EXPECT_EQ(Read(e), "2");
+        EXPECT_TRUE(KeyExists(e, reg::CurrentUser, kKey + "\\Sub"));
+        EXPECT_EQ(ReadBytes(file), before);
+    }
+    EXPECT_EQ(store.traffic().writes, 1);
+    EXPECT_EQ(ReadBytes(file),
+              "REGEDIT4\n\n[HKEY_CURRENT_USER\\Software\\Vantorel\\Quillet]\n\"v\"=\"2\"\n\n"
+              "[HKEY_CURRENT_USER\\Software\\Vantorel\\Quillet\\Sub]\n\"w\"=\"3\"\n\n");
+    EXPECT_EQ(Read(e), "2");
+}
+
 struct OutsideChange {
     const char* what;
     std::chrono::seconds settled;  // of the store that reads before and after

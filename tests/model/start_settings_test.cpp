@@ -32,11 +32,9 @@ struct Before {
 
 void PrintTo(const Before& b, std::ostream* os) { *os << b.what; }
 
-// A session that ended without the exit routine (killed, a crash) leaves the run counter at 0,
-// so the next start registers the file types again; that must change nothing either.
-class StartAfterASession : public testing::FormFixture, public ::testing::WithParamInterface<Before> {
+class StartSettings : public testing::FormFixture {
 protected:
-    StartAfterASession() { std::filesystem::create_directories(program + "/demos"); }
+    StartSettings() { std::filesystem::create_directories(program + "/demos"); }
 
     void NewState(FileRegistry& store) {
         s = AppState{};
@@ -53,6 +51,23 @@ protected:
     std::string user = hives + "/HKEY_CURRENT_USER.reg";
     std::string classes = hives + "/HKEY_CLASSES_ROOT.reg";
 };
+
+// A session that ended without the exit routine (killed, a crash) leaves the run counter at 0,
+// so the next start registers the file types again; that must change nothing either.
+class StartAfterASession : public StartSettings, public ::testing::WithParamInterface<Before> {};
+
+// The first start makes the keys and registers the file types: one write of each hive, and the
+// same hives as the calls one by one leave.
+TEST_F(StartSettings, TheFirstStartWritesEachHiveOnce) {
+    FileRegistry store(hives);
+    NewState(store);
+    Form_Load(s);
+    EXPECT_EQ(store.traffic().writes, 2);
+    EXPECT_EQ(testing::ReadBytes(user),
+              "REGEDIT4\n\n[HKEY_CURRENT_USER\\Software\\Vantorel\\Quillet]\n\n");
+    EXPECT_NE(testing::ReadBytes(classes).find("[HKEY_CLASSES_ROOT\\MyEditor.bat]\n@=\"Fit Input file\""),
+              std::string::npos);
+}
 
 TEST_P(StartAfterASession, ReadsEachHiveOnceWritesNothingAndTheExitWritesTheCounterOnce) {
     {
