@@ -32,7 +32,7 @@ namespace quillet::ui {
 frmMain::frmMain(AppState& s, QWidget* parent) : QMainWindow(parent), binder_(s, this) {
     setObjectName("frmMain");
     // The program's icon is the application's (main sets it); a window made without it, as in
-    // the screenshots, brings its own. Rendering the icon twice costs a start a few ms.
+    // the screenshots, brings its own. Each icon set is rendered at four sizes, about 1 ms.
     if (QApplication::windowIcon().isNull()) setWindowIcon(QIcon(":/quillet.svg"));
     tabs_ = new QTabWidget(this);
     tabs_->addTab(BuildInputPage(), "Input Parameters");
