@@ -450,7 +450,61 @@ std::string FreeDamagedName(const std::string& file) {
 
 }  // namespace
 
-FileRegistry::FileRegistry(std::string folder) : folder_(std::move(folder)) {}
+FileRegistry::FileRegistry(std::string folder, std::chrono::nanoseconds settled)
+    : folder_(std::move(folder)), settled_(settled) {}
+
+struct FileRegistry::Batched {
+    std::unique_ptr<LockFile> lock;
+    Hive hive;
+    Load load = Load::Loaded;
+    bool changed = false;
+};
+
+FileRegistry::~FileRegistry() = default;
+
+void FileRegistry::BeginBatch() {
+    ++batchDepth_;
+}
+
+void FileRegistry::EndBatch() {
+    if (batchDepth_ == 0 || --batchDepth_ > 0) return;
+    for (auto& [root, b] : batched_) {
+        if (!b->changed) continue;
+        known_.erase(root);
+        // The calls have answered already; a write that fails leaves the file as it was, as a
+        // failed change outside a batch does.
+        try {
+            ++traffic_.writes;
+            WriteFileAtomically(HiveFile(root), FormatHive(b->hive, RootName(root)));
+        } catch (const RuntimeError&) {
+        }
+    }
+    batched_.clear();  // and with it the locks
+}
+
+FileRegistry::Batched* FileRegistry::InBatch(RootKey root, bool mayChange, long& rc) {
+    std::unique_ptr<Batched>& slot = batched_[root];
+    if (!slot) {
+        slot = std::make_unique<Batched>();
+        const std::string file = HiveFile(root);
+        std::error_code ec;
+        std::filesystem::create_directories(folder_, ec);
+        slot->lock = std::make_unique<LockFile>(file + ".lock");
+        slot->load = LoadHive(root, file, slot->lock->held(), slot->hive);
+    }
+    const Batched& b = *slot;
+    rc = b.load == Load::Unreadable                                                 ? reg::AccessDenied
+         : mayChange && (!b.lock->held() || b.load == Load::DamagedInPlace) ? reg::AccessDenied
+                                                                                    : reg::Success;
+    return rc == reg::Success ? slot.get() : nullptr;
+}
+
+FileRegistry::Hive* FileRegistry::Known(RootKey root, const std::string& file) {
+    auto it = known_.find(root);
+    if (it == known_.end()) return nullptr;
+    const auto now = FileStamp::Of(file);
+    return now && *now == it->second.stamp ? it->second.hive.get() : nullptr;
+}
 
 std::string FileRegistry::HiveFile(RootKey root) const {
     const char* name = RootName(root);
@@ -477,16 +531,26 @@ KeyHandle FileRegistry::Remember(RootKey root, std::string path, std::uint32_t a
 
 // Reads the hive file into `hive`. A damaged file is set aside when we hold the lock, and
 // reported once; the hive then starts empty.
-FileRegistry::Load FileRegistry::LoadHive(const std::string& file, const std::string& rootName,
-                                          bool locked, Hive& hive) {
+FileRegistry::Load FileRegistry::LoadHive(RootKey root, const std::string& file, bool locked,
+                                          Hive& hive) {
+    const std::string rootName = RootName(root);
+    // Taken before reading: a change after the stamp gives a new stamp, so what was read is
+    // never newer than the stamp says.
+    const auto readAt = std::chrono::system_clock::now();
+    const auto stamp = FileStamp::Of(file);
     std::string text;
     try {
+        ++traffic_.reads;
         text = ReadWholeFile(file);
     } catch (const RuntimeError& e) {
         return e.number() == err::FileNotFound ? Load::Loaded : Load::Unreadable;
     }
     std::string why;
-    if (HiveParser(rootName, hive).Parse(text, why)) return Load::Loaded;
+    if (HiveParser(rootName, hive).Parse(text, why)) {
+        if (stamp && stamp->SettledBy(readAt, settled_))
+            known_[root] = Remembered{*stamp, std::make_unique<Hive>(hive)};
+        return Load::Loaded;
+    }
     hive = Hive();
     std::string aside = FreeDamagedName(file);
     if (locked && ::rename(file.c_str(), aside.c_str()) == 0) {
@@ -503,21 +567,38 @@ FileRegistry::Load FileRegistry::LoadHive(const std::string& file, const std::st
 
 // Runs `change` on the hive as it is on disk now, under the lock, and writes the hive back
 // when `change` says it changed it. Reads of a folder where no lock can be taken go on
-// without one.
+// without one. While the file is the one read last, the hive in memory answers: reads and
+// changes that change nothing then take neither the lock nor the file.
 template <class Change>
 long FileRegistry::WithHive(RootKey root, bool mayChange, Change change) {
     const char* rootName = RootName(root);
     if (!rootName) return reg::InvalidHandle;
     std::string file = HiveFile(root);
-    Hive hive;
     bool changed = false;
+    if (batchDepth_ > 0) {
+        long rc;
+        Batched* b = InBatch(root, mayChange, rc);
+        if (!b) return rc;
+        rc = change(b->hive, changed);
+        if (rc == reg::Success && changed) b->changed = true;
+        return rc;
+    }
+    if (Hive* known = Known(root, file)) {
+        if (!mayChange) return change(*known, changed);
+        Hive trial = *known;
+        long rc = change(trial, changed);
+        if (rc != reg::Success || !changed) return rc;
+        changed = false;  // the change is made again below, on the file as it is under the lock
+    }
+    known_.erase(root);
+    Hive hive;
     if (!mayChange && !Exists(file)) return change(hive, changed);
 
     std::error_code ec;
     if (mayChange) std::filesystem::create_directories(folder_, ec);
     LockFile lock(file + ".lock");
     if (mayChange && !lock.held()) return reg::AccessDenied;
-    switch (LoadHive(file, rootName, lock.held(), hive)) {
+    switch (LoadHive(root, file, lock.held(), hive)) {
         case Load::Loaded:
             break;
         case Load::Unreadable:
@@ -528,7 +609,9 @@ long FileRegistry::WithHive(RootKey root, bool mayChange, Change change) {
     }
     long rc = change(hive, changed);
     if (rc != reg::Success || !changed) return rc;
+    known_.erase(root);  // what LoadHive kept is about to be replaced
     try {
+        ++traffic_.writes;
         WriteFileAtomically(file, FormatHive(hive, rootName));
     } catch (const RuntimeError&) {
         return reg::AccessDenied;

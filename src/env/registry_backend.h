@@ -72,6 +72,25 @@ class RegistryBackend {
     // Messages about the store itself (a damaged file set aside, ...) that nobody has shown
     // yet; each is handed out once.
     virtual std::vector<std::string> TakeNotices() { return {}; }
+
+    // Between these, a store that replaces a whole file on every change (the Linux hive) may
+    // make the changes in memory and write each file once at the end, with one sync. Batches
+    // nest; results of the calls inside are as without a batch.
+    virtual void BeginBatch() {}
+    virtual void EndBatch() {}
+};
+
+// A batch for as long as it lives. Hold none while a message box may show: a store may keep
+// other programs waiting meanwhile.
+class RegistryBatch {
+  public:
+    explicit RegistryBatch(RegistryBackend& registry) : registry_(registry) { registry_.BeginBatch(); }
+    ~RegistryBatch() { registry_.EndBatch(); }
+    RegistryBatch(const RegistryBatch&) = delete;
+    RegistryBatch& operator=(const RegistryBatch&) = delete;
+
+  private:
+    RegistryBackend& registry_;
 };
 
 // The registry of the platform: advapi32 on Windows, the file hive elsewhere.

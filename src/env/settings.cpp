@@ -9,6 +9,7 @@
 #include "env/errors.h"
 #include "env/mdlRegistryAPI.h"
 #include "env/paths.h"
+#include "env/registry_backend.h"
 #include "env/text.h"
 
 namespace quillet {
@@ -128,6 +129,8 @@ void ShowRegistryNotices(Env& env) {
 void EnsureSettingsKeys(Env& env) {
     Try(
         [&] {
+            // A first start makes both keys: one write.
+            RegistryBatch batch(*env.registry);
             if (!KeyExists(env, reg::CurrentUser, kCompany)) {
                 CreateKey(env, reg::CurrentUser, kCompany);
                 CreateKey(env, reg::CurrentUser, kProduct);

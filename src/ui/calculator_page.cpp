@@ -27,26 +27,11 @@ QString PatternOf(const QString& entry) {
 
 CalculatorPage::CalculatorPage(FormBinder& binder, QWidget* parent) : QWidget(parent), binder_(binder) {
     FormModel& f = binder.state().form;
-    folders_ = new QFileSystemModel(this);
-    folders_->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot | QDir::Drives);
-    folders_->setRootPath("");
     tree_ = new QTreeView(this);
     tree_->setObjectName("dirSelDir");
-    tree_->setModel(folders_);
-    for (int c = 1; c < folders_->columnCount(); ++c) tree_->hideColumn(c);
     tree_->header()->hide();
-    files_ = new QFileSystemModel(this);
-    files_->setFilter(QDir::Files);
-    files_->setNameFilterDisables(false);
     list_ = new QListView(this);
     list_->setObjectName("fileSelFile");
-    list_->setModel(files_);
-    // A folder read in the background may now hold the file the model has selected.
-    connect(files_, &QFileSystemModel::directoryLoaded, this, [this] { ShowModel(); });
-    connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this](const QModelIndex& i) { PickFolder(folders_->filePath(i)); });
-    connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this](const QModelIndex& i) { PickFile(files_->fileName(i)); });
 
     auto* patterns = new QComboBox(this);
     binder.BindCombo(patterns, f.cboPatterns, [this](int i) {
@@ -109,6 +94,30 @@ CalculatorPage::CalculatorPage(FormBinder& binder, QWidget* parent) : QWidget(pa
     });
 }
 
+// The folder models read the disk in the background and look at every file for its type and
+// icon; a start that does not show this tab has no use for that.
+void CalculatorPage::showEvent(QShowEvent* event) {
+    if (!files_) {
+        folders_ = new QFileSystemModel(this);
+        folders_->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot | QDir::Drives);
+        folders_->setRootPath("");
+        tree_->setModel(folders_);
+        for (int c = 1; c < folders_->columnCount(); ++c) tree_->hideColumn(c);
+        files_ = new QFileSystemModel(this);
+        files_->setFilter(QDir::Files);
+        files_->setNameFilterDisables(false);
+        list_->setModel(files_);
+        // A folder read in the background may now hold the file the model has selected.
+        connect(files_, &QFileSystemModel::directoryLoaded, this, [this] { ShowModel(); });
+        connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this,
+                [this](const QModelIndex& i) { PickFolder(folders_->filePath(i)); });
+        connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this,
+                [this](const QModelIndex& i) { PickFile(files_->fileName(i)); });
+        ShowModel();
+    }
+    QWidget::showEvent(event);
+}
+
 void CalculatorPage::PickFolder(const QString& path) {
     binder_.Call([p = path.toStdString()](AppState& s) {
         if (s.form.calcFolder == p) return;
@@ -126,6 +135,7 @@ void CalculatorPage::PickFile(const QString& name) {
 
 // The lists show the folder, the pattern and the file the form model holds.
 void CalculatorPage::ShowModel() {
+    if (!files_) return;  // shown when the tab first shows
     const QSignalBlocker quietTree(tree_->selectionModel());
     const QSignalBlocker quietList(list_->selectionModel());
     const FormModel& f = binder_.state().form;

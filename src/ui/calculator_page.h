@@ -1,6 +1,7 @@
 #pragma once
 // The "Calculator" tab: a folder tree and a file list filtered by cboPatterns in place of the
-// drive, folder and file lists; the X box, the button and the two result boxes.
+// drive, folder and file lists; the X box, the button and the two result boxes. The lists
+// read the disk from the tab's first showing on.
 #include <QWidget>
 
 class QFileSystemModel;
@@ -18,14 +19,17 @@ public:
     QListView* fileList() const { return list_; }
     QTreeView* folderTree() const { return tree_; }
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     void PickFolder(const QString& path);
     void PickFile(const QString& name);
     void ShowModel();
 
     FormBinder& binder_;
-    QFileSystemModel* folders_;
-    QFileSystemModel* files_;
+    QFileSystemModel* folders_ = nullptr;
+    QFileSystemModel* files_ = nullptr;
     QTreeView* tree_;
     QListView* list_;
 };

@@ -56,10 +56,25 @@ DemosPage::DemosPage(FormBinder& binder, QWidget* parent) : QWidget(parent), bin
     layout->addWidget(intro);
     layout->addWidget(list_, 1);
     layout->addLayout(buttons);
-    Reload();
+    run_->setEnabled(false);
+}
+
+void DemosPage::showEvent(QShowEvent* event) {
+    EnsureListed();
+    QWidget::showEvent(event);
+}
+
+void DemosPage::EnsureListed() {
+    if (!listed_) Reload();
+}
+
+QTreeWidget* DemosPage::list() {
+    EnsureListed();
+    return list_;
 }
 
 void DemosPage::Reload() {
+    listed_ = true;
     list_->clear();
     const std::string folder = JoinPath(binder_.state().env.programDir, "demos");
     const QStringList names =
@@ -71,6 +86,7 @@ void DemosPage::Reload() {
 }
 
 bool DemosPage::Select(const QString& fileName) {
+    EnsureListed();
     const auto found = list_->findItems(fileName, Qt::MatchExactly, 0);
     if (found.isEmpty()) return false;
     list_->setCurrentItem(found.front());

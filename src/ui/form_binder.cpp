@@ -92,12 +92,29 @@ void FormBinder::Call(const std::function<void(AppState&)>& routine) {
 }
 
 void FormBinder::Refresh() {
+    RefreshFrom(0, 0);
+}
+
+QWidget* FormBinder::BuildBound(const std::function<QWidget*()>& build) {
+    const std::size_t firstWidget = widgets_.size(), firstRefresher = refreshers_.size();
+    QWidget* built = build();
+    RefreshFrom(firstWidget, firstRefresher);
+    return built;
+}
+
+void FormBinder::RefreshFrom(std::size_t firstWidget, std::size_t firstRefresher) {
+    const bool outer = !refreshing_;
     refreshing_ = true;
     std::vector<std::unique_ptr<QSignalBlocker>> blockers;
-    blockers.reserve(widgets_.size());
-    for (QWidget* w : widgets_) blockers.push_back(std::make_unique<QSignalBlocker>(w));
-    for (const auto& r : refreshers_) r();
-    refreshing_ = false;
+    blockers.reserve(widgets_.size() - firstWidget);
+    for (std::size_t i = firstWidget; i < widgets_.size(); ++i)
+        blockers.push_back(std::make_unique<QSignalBlocker>(widgets_[i]));
+    // A refresher may build a page and so bind more widgets: a copy of each runs.
+    for (std::size_t i = firstRefresher; i < refreshers_.size(); ++i) {
+        const auto refresh = refreshers_[i];
+        refresh();
+    }
+    if (outer) refreshing_ = false;
 }
 
 void FormBinder::MoveFocus(Ctl id) {

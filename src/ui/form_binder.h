@@ -27,6 +27,9 @@ public:
     // Runs a library routine and reads the whole model back into the widgets.
     void Call(const std::function<void(AppState&)>& routine);
     void Refresh();
+    // Runs `build`, which binds widgets made after the start (a tab page built when it first
+    // shows), and mirrors the model into those widgets alone.
+    QWidget* BuildBound(const std::function<QWidget*()>& build);
 
     void BindText(QLineEdit* edit, TextBox& box);
     void BindLabel(QLabel* label, Label& model, const QString& name);
@@ -52,6 +55,9 @@ private:
         TextBox* box;
     };
     void Register(QWidget* w, Ctl id);
+    // Mirrors the model with the refreshers from `firstRefresher` on, the widgets from
+    // `firstWidget` on quiet meanwhile.
+    void RefreshFrom(std::size_t firstWidget, std::size_t firstRefresher);
     // The library moved the focus, or chose what a box selects when it gains the focus.
     void MoveFocus(Ctl id);
     void SelectAsModel(Ctl id);

@@ -1,5 +1,6 @@
 #include "ui/main_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -20,6 +21,7 @@
 #include "ui/calculator_page.h"
 #include "ui/data_view.h"
 #include "ui/demos_page.h"
+#include "ui/lazy_page.h"
 #include "ui/links.h"
 #include "ui/manual_window.h"
 #include "ui/output_viewer.h"
@@ -29,15 +31,21 @@ namespace quillet::ui {
 
 frmMain::frmMain(AppState& s, QWidget* parent) : QMainWindow(parent), binder_(s, this) {
     setObjectName("frmMain");
-    setWindowIcon(QIcon(":/quillet.svg"));
+    // The program's icon is the application's (main sets it); a window made without it, as in
+    // the screenshots, brings its own. Each icon set is rendered at four sizes, about 1 ms.
+    if (QApplication::windowIcon().isNull()) setWindowIcon(QIcon(":/quillet.svg"));
     tabs_ = new QTabWidget(this);
     tabs_->addTab(BuildInputPage(), "Input Parameters");
-    tabs_->addTab(BuildSolverPage(), "Solver Varia&bles");
-    tabs_->addTab(new CalculatorPage(binder_, this), "&Calculator");
-    demos_ = new DemosPage(binder_, this);
+    // The other tabs are built when first shown: a start shows only the first one.
+    auto lazy = [this](std::function<QWidget*()> build) {
+        return new LazyPage([this, build = std::move(build)] { return binder_.BuildBound(build); }, this);
+    };
+    tabs_->addTab(lazy([this] { return BuildSolverPage(); }), "Solver Varia&bles");
+    tabs_->addTab(lazy([this] { return new CalculatorPage(binder_); }), "&Calculator");
+    demosPage_ = lazy([this] { return new DemosPage(binder_); });
     // Alt+D belongs to the Demos menu.
-    tabs_->addTab(demos_, "D&emos");
-    tabs_->addTab(BuildTipsPage(), "&Tips");
+    tabs_->addTab(demosPage_, "D&emos");
+    tabs_->addTab(lazy([this] { return BuildTipsPage(); }), "&Tips");
     setCentralWidget(tabs_);
     BuildMenus();
     setAcceptDrops(true);
@@ -67,6 +75,10 @@ frmMain::frmMain(AppState& s, QWidget* parent) : QMainWindow(parent), binder_(s,
     // Usable from 800x600 up; a larger screen gets a larger window, never a fixed one.
     const QSize avail = screen() ? screen()->availableSize() : QSize(1280, 900);
     resize(std::max(800, std::min(avail.width() * 2 / 3, 1400)), std::max(600, std::min(avail.height() * 4 / 5, 1000)));
+}
+
+DemosPage* frmMain::demos() const {
+    return static_cast<DemosPage*>(demosPage_->page());
 }
 
 void frmMain::ShowTab(Tab tab) {

@@ -14,6 +14,7 @@ namespace quillet::ui {
 
 class DataView;
 class DemosPage;
+class LazyPage;
 class OutputViewer;
 class PlotViewer;
 
@@ -25,7 +26,8 @@ public:
     FormBinder& binder() { return binder_; }
     AppState& state() { return binder_.state(); }
     QTabWidget* tabs() const { return tabs_; }
-    DemosPage* demos() const { return demos_; }
+    // The Demos tab's page, built now if the tab has not shown yet.
+    DemosPage* demos() const;
     void ShowTab(Tab tab);
 
     // The last run's report and plot file, in the run's output folder.
@@ -57,7 +59,7 @@ private:
 
     FormBinder binder_;
     QTabWidget* tabs_;
-    DemosPage* demos_;
+    LazyPage* demosPage_;
     DataView* dataView_ = nullptr;
     QPointer<OutputViewer> output_;
     QPointer<PlotViewer> plots_;

@@ -45,6 +45,8 @@ class TestRegistry : public RegistryBackend {
         return Enter().SetDefaultText(key, subKey, text);
     }
     std::vector<std::string> TakeNotices() override { return Enter().TakeNotices(); }
+    void BeginBatch() override { Enter().BeginBatch(); }
+    void EndBatch() override { Enter().EndBatch(); }
 
     // Windows: makes the two roots this store's for the system's own calls too, until another
     // store is used.

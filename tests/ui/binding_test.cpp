@@ -9,6 +9,7 @@
 #include <QTabWidget>
 #include <QTest>
 
+#include "model/form_events.h"
 #include "ui/calculator_page.h"
 #include "ui_fixture.h"
 
@@ -29,6 +30,7 @@ protected:
 
 // The widgets show and label what the form model decides; the library's tests cover every model.
 TEST_F(Binding, TypingInEveryAnswerBoxMarksTheAnswersChangedAndTheChosenModelShowsItsQuestions) {
+    window->ShowTab(Tab::Solver);  // its page, with the solver's boxes, is built when it first shows
     Choose("Modified Lorentzian");  // the model that asks all twelve questions
     for (const char* name : {"timeData", "Line0", "nPoints", "nTerms", "xnorm", "ynorm", "Y0", "Amplitude", "PW50",
                              "PeakLocations", "Amplitude2", "Note1", "Note2", "Remax", "Rho"}) {
@@ -45,6 +47,22 @@ TEST_F(Binding, TypingInEveryAnswerBoxMarksTheAnswersChangedAndTheChosenModelSho
     EXPECT_EQ(Find<QComboBox>("Combo10")->currentText(), "Sine frequencies ... B(i) * Xnorm ...starting value(s)?");
     EXPECT_EQ(Caption("SolvQuestion3"), " 2000           3. »  EvalMax: Max. # of model evaluations.");
     EXPECT_EQ(Find<QLineEdit>("Delta")->toolTip(), "EvalMax");
+}
+
+// The tabs behind the first are built when they first show, with what the model holds by then;
+// from then on they follow it like the others.
+TEST_F(Binding, ATabFirstShownAfterTheModelChangedShowsTheModelAndFollowsIt) {
+    window->binder().Call([](AppState& st) {
+        SetText(st, SolverBox(st.form, 1), "77");
+        st.form.tbXvalue.text = "0.5";
+    });
+    window->ShowTab(Tab::Solver);
+    EXPECT_EQ(Find<QLineEdit>("Remax")->text(), "77");
+    window->ShowTab(Tab::Calculator);
+    EXPECT_EQ(Find<QLineEdit>("tbXvalue")->text(), "0.5");
+    window->binder().Call([](AppState& st) { SetText(st, SolverBox(st.form, 1), "78"); });
+    EXPECT_EQ(Find<QLineEdit>("Remax")->text(), "78");
+    EXPECT_EQ(window->tabs()->currentIndex(), static_cast<int>(Tab::Calculator));
 }
 
 TEST_F(Binding, FocusOnTheDataFileGoesToItsBrowseButtonWhichTakesTheChosenFile) {

@@ -11,6 +11,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QTimer>
+#include <QTreeWidget>
 
 #include "model/form_events.h"
 #include "ui/about_forms.h"
@@ -39,6 +40,19 @@ protected:
     }
     QAction* Action(const char* name) const { return window->findChild<QAction*>(name); }
 };
+
+// The examples are read when the Demos tab is first shown, not at start: one that arrives after
+// the start is listed, and the first example is ready to run.
+TEST_F(Menus, TheDemosMenuShowsTheExamplesOfTheFolderAsItIsWhenTheTabFirstShows) {
+    std::filesystem::copy_file(QUILLET_TEST_DATA "/model/Run1.Fit", program + "/demos/ExLater.Fit");
+    Find<QAction>("mnuDemosRun")->trigger();
+    EXPECT_EQ(window->tabs()->currentIndex(), static_cast<int>(Tab::Demos));
+    auto* list = Find<QTreeWidget>("demoList");
+    ASSERT_EQ(list->topLevelItemCount(), 2);
+    EXPECT_EQ(list->topLevelItem(1)->text(0), "ExLater.Fit");
+    EXPECT_EQ(list->currentItem(), list->topLevelItem(0));
+    EXPECT_TRUE(Find<QPushButton>("cmdRunDemo")->isEnabled());
+}
 
 TEST_F(Menus, EveryCaptionIsExactInItsPlace) {
     const std::vector<std::pair<QString, QStringList>> menus = {
