@@ -3,6 +3,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "fitting/shortest_text.h"
+
 namespace quillet::fitting {
 
 std::optional<double> ParseNumber(std::string_view text) {
@@ -45,9 +47,8 @@ std::vector<std::string_view> SplitFields(std::string_view line) {
 }
 
 void AppendNumber(std::string& out, double v) {
-    char buf[64];
-    auto [end, ec] = std::to_chars(buf, buf + sizeof buf, v);
-    out.append(buf, ec == std::errc() ? end : buf);
+    char buf[32];
+    out.append(buf, WriteShortest(buf, v));
 }
 
 std::string FormatNumber(double v) {

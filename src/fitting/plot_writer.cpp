@@ -1,7 +1,6 @@
 #include "fitting/plot_writer.h"
 
 #include <algorithm>
-#include <charconv>
 #include <condition_variable>
 #include <iterator>
 #include <mutex>
@@ -11,6 +10,7 @@
 #include "env/text.h"
 #include "fitting/data_passes.h"
 #include "fitting/number_text.h"
+#include "fitting/shortest_text.h"
 
 namespace quillet::fitting {
 
@@ -37,13 +37,12 @@ constexpr std::size_t kLongestRow = 4 * 24 + 3 + 2;
 void FormatRows(const CompletedFit& fit, std::size_t first, std::size_t last, std::string& piece) {
     piece.resize((last - first) * kLongestRow);
     char* out = piece.data();
-    char* const end = out + piece.size();
     for (std::size_t i = first; i < last; ++i) {
         const double y = fit.data.y[i];
         const double row[] = {fit.data.x[i], y, fit.fitted[i], y - fit.fitted[i]};
         for (std::size_t k = 0; k < std::size(row); ++k) {
             if (k > 0) *out++ = '\t';
-            out = std::to_chars(out, end, row[k]).ptr;
+            out = WriteShortest(out, row[k]);
         }
         *out++ = '\r';
         *out++ = '\n';
