@@ -47,7 +47,7 @@ std::vector<std::string_view> SplitFields(std::string_view line) {
 }
 
 void AppendNumber(std::string& out, double v) {
-    char buf[32];
+    char buf[kShortestRoom];
     out.append(buf, WriteShortest(buf, v));
 }
 

@@ -35,7 +35,7 @@ constexpr std::size_t kLongestRow = 4 * 24 + 3 + 2;
 
 // Rows [first, last) as text, written straight into `piece`.
 void FormatRows(const CompletedFit& fit, std::size_t first, std::size_t last, std::string& piece) {
-    piece.resize((last - first) * kLongestRow);
+    piece.resize((last - first) * kLongestRow + kShortestRoom);
     char* out = piece.data();
     for (std::size_t i = first; i < last; ++i) {
         const double y = fit.data.y[i];

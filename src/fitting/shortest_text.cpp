@@ -12,15 +12,20 @@ namespace {
 constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
                               1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr int kMostDigits = 9;
+// Digits are copied in runs of this fixed length, which compile to two moves instead of a call;
+// the bytes past the text are scratch (hence the room WriteShortest asks for).
+constexpr std::size_t kCopy = 16;
 
-// The digits of m (0 < m < 10^9) at `out`, most significant first; returns their count.
+// The digits of m (0 < m < 10^9) at `out` (room for kCopy), most significant first; returns
+// their count.
 int WriteDigits(char* out, std::uint64_t m) {
     static constexpr char kPairs[] =
         "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
         "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
         "8081828384858687888990919293949596979899";
-    char buffer[20];
-    char* p = buffer + sizeof buffer;
+    char buffer[20 + kCopy];  // digits end at 20; a copy from the first one reads kCopy bytes
+    char* const last = buffer + 20;
+    char* p = last;
     while (m >= 100) {
         p -= 2;
         std::memcpy(p, kPairs + 2 * (m % 100), 2);
@@ -32,9 +37,8 @@ int WriteDigits(char* out, std::uint64_t m) {
     } else {
         *--p = static_cast<char>('0' + m);
     }
-    const auto n = static_cast<int>(buffer + sizeof buffer - p);
-    std::memcpy(out, p, static_cast<std::size_t>(n));
-    return n;
+    std::memcpy(out, p, kCopy);
+    return static_cast<int>(last - p);
 }
 
 // v = digits x 10^q with `count` digits, in the shorter of fixed and scientific notation, fixed
@@ -46,27 +50,27 @@ char* Place(char* out, const char* digits, int count, int q) {
     const int fixed = q >= 0 ? count + q : (count + q > 0 ? count + 1 : 2 - q);
     if (fixed <= scientific) {
         if (q >= 0) {
-            std::memcpy(out, digits, static_cast<std::size_t>(count));
-            std::memset(out + count, '0', static_cast<std::size_t>(q));
+            std::memcpy(out, digits, kCopy);
+            std::memset(out + count, '0', kCopy);
             return out + count + q;
         }
         if (count + q > 0) {
             const int whole = count + q;
-            std::memcpy(out, digits, static_cast<std::size_t>(whole));
+            std::memcpy(out, digits, kCopy);
             out[whole] = '.';
-            std::memcpy(out + whole + 1, digits + whole, static_cast<std::size_t>(-q));
+            std::memcpy(out + whole + 1, digits + whole, kCopy);
             return out + count + 1;
         }
         out[0] = '0';
         out[1] = '.';
-        std::memset(out + 2, '0', static_cast<std::size_t>(-q - count));
-        std::memcpy(out + 2 - q - count, digits, static_cast<std::size_t>(count));
+        std::memset(out + 2, '0', kCopy);
+        std::memcpy(out + 2 - q - count, digits, kCopy);
         return out + 2 - q;
     }
     *out++ = digits[0];
     if (count > 1) {
         *out++ = '.';
-        std::memcpy(out, digits + 1, static_cast<std::size_t>(count - 1));
+        std::memcpy(out, digits + 1, kCopy);
         out += count - 1;
     }
     *out++ = 'e';
@@ -104,13 +108,13 @@ char* WriteShortest(char* out, double v) {
                 m /= 10;
                 ++q;
             }
-            char digits[20];
+            char digits[32];
             const int count = WriteDigits(digits, m);
             if (v < 0) *out++ = '-';
             return Place(out, digits, count, q);
         }
     }
-    return std::to_chars(out, out + 24, v).ptr;
+    return std::to_chars(out, out + kShortestRoom, v).ptr;
 }
 
 }  // namespace quillet::fitting

@@ -5,7 +5,10 @@
 
 namespace quillet::fitting {
 
-// The text written at `out`; there must be room for 24 characters. Returns its end.
+// Room WriteShortest needs at `out`: the text is at most 24 characters, the rest is scratch.
+inline constexpr std::size_t kShortestRoom = 48;
+
+// The text written at `out`, where there must be kShortestRoom bytes. Returns its end.
 char* WriteShortest(char* out, double v);
 
 }  // namespace quillet::fitting

@@ -12,7 +12,7 @@ namespace quillet::fitting {
 namespace {
 
 std::string Mine(double v) {
-    char buf[32];
+    char buf[kShortestRoom];
     return std::string(buf, WriteShortest(buf, v));
 }
 
