@@ -5,15 +5,19 @@
 // products, whose packing costs more than it saves.
 #include <cstddef>
 
-// A hot loop built twice, for AVX2 and for any x86-64, and chosen when the program starts. Only
-// AVX2 and not FMA: a fused multiply-add rounds once where the plain build rounds twice.
-#if defined(__GNUC__) && defined(__x86_64__) && !defined(_WIN32) && defined(__OPTIMIZE__)
-#define QUILLET_WIDE_VECTORS __attribute__((target_clones("avx2", "default")))
+// Hot loops are built twice, for AVX2 and for any processor, and the first runs where the C
+// library found AVX2 at start. Only AVX2 and not FMA: a fused multiply-add rounds once where the
+// plain build rounds twice, so both builds give the same numbers.
+#if defined(__GNUC__) && defined(__x86_64__)
+#define QUILLET_WIDE_VECTORS __attribute__((target("avx2")))
 #else
 #define QUILLET_WIDE_VECTORS
 #endif
 
 namespace quillet::fitting {
+
+// Whether the loops built for AVX2 can run here.
+bool HasWideVectors();
 
 inline double Dot(const double* x, const double* y, std::size_t n) {
     constexpr std::size_t kLanes = 16;

@@ -16,33 +16,43 @@ double Norm(const double* x, std::size_t n) {
     return Eigen::Map<const Eigen::VectorXd>(x, static_cast<Eigen::Index>(n)).stableNorm();
 }
 
-}  // namespace
-
-StreamingQr::StreamingQr(int width) : width_(width), r_(Eigen::MatrixXd::Zero(width, width)) {}
-
 // Householder reflections on the stacked matrix [R; block]: column k's reflector touches only
 // R(k, k) and the block's column k, since R is already triangular. The reflector is scaled so
 // that its first element is 1 (v = [1; x / (top - beta)]), which keeps every element at most 1.
-// Plain loops, built once more for processors with wider vectors: without fused multiply-adds
-// both builds round alike, so the numbers do not depend on the processor.
-QUILLET_WIDE_VECTORS void StreamingQr::Fold(double* block, std::size_t rows) {
-    for (int k = 0; k < width_; ++k) {
+[[gnu::always_inline]] inline void FoldRows(Eigen::MatrixXd& r, int width, double* block, std::size_t rows) {
+    for (int k = 0; k < width; ++k) {
         double* v = block + static_cast<std::size_t>(k) * rows;
         const double below = Norm(v, rows);
         if (below == 0) continue;
-        const double top = r_(k, k);
+        const double top = r(k, k);
         const double beta = top > 0 ? -std::hypot(top, below) : std::hypot(top, below);  // the new diagonal
         const double tau = (beta - top) / beta;
         const double scale = 1 / (top - beta);  // one division, not one per row
         for (std::size_t i = 0; i < rows; ++i) v[i] *= scale;
-        r_(k, k) = beta;
-        for (int j = k + 1; j < width_; ++j) {
+        r(k, k) = beta;
+        for (int j = k + 1; j < width; ++j) {
             double* x = block + static_cast<std::size_t>(j) * rows;
-            const double s = tau * (r_(k, j) + Dot(x, v, rows));
-            r_(k, j) -= s;
+            const double s = tau * (r(k, j) + Dot(x, v, rows));
+            r(k, j) -= s;
             for (std::size_t i = 0; i < rows; ++i) x[i] -= s * v[i];
         }
     }
+}
+
+QUILLET_WIDE_VECTORS void FoldRowsWide(Eigen::MatrixXd& r, int width, double* block, std::size_t rows) {
+    FoldRows(r, width, block, rows);
+}
+
+void FoldRowsPlain(Eigen::MatrixXd& r, int width, double* block, std::size_t rows) {
+    FoldRows(r, width, block, rows);
+}
+
+}  // namespace
+
+StreamingQr::StreamingQr(int width) : width_(width), r_(Eigen::MatrixXd::Zero(width, width)) {}
+
+void StreamingQr::Fold(double* block, std::size_t rows) {
+    (HasWideVectors() ? FoldRowsWide : FoldRowsPlain)(r_, width_, block, rows);
 }
 
 // R'R is the other part's X'X: its rows stand for all of them.
