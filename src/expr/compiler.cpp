@@ -122,6 +122,7 @@ int Compiler::PreviousFilled(int pos) const {
 }
 
 std::uint32_t Compiler::Register(double initial, bool constant) {
+    if (constant && !std::isfinite(initial)) p_.checksAtEnd = false;
     p_.registers.push_back(initial);
     constant_.push_back(constant);
     return static_cast<std::uint32_t>(p_.registers.size() - 1);
@@ -230,6 +231,7 @@ void Compiler::Function(int pos, int close) {
     const std::uint32_t y = Read(last);
     FunctionFn fn = FindFunction(opener);
     if (!fn) throw Failure{eqerr::UndefinedFunction, "Sorry Undefined Function: " + opener + ")"};
+    if (DrawsRandomNumbers(opener)) p_.checksAtEnd = false;
     work_[Ix(first)] = work_[Ix(last)] = work_[Ix(close)] = Entry{};
     work_[Ix(pos)] = Entry::Result(Emit(OpOf(opener), x, y, fn));
 }
@@ -251,6 +253,7 @@ void Compiler::Name(int pos) {
     std::uint32_t reg = 0;
     if (name == "rnd") {
         reg = Emit(Op::Random);
+        p_.checksAtEnd = false;
     } else if (FindConstant(name, constant)) {
         reg = Register(constant, true);
     } else {

@@ -89,6 +89,10 @@ FunctionFn FindFunction(std::string_view opener) {
     return nullptr;
 }
 
+bool DrawsRandomNumbers(std::string_view opener) {
+    return opener == "rnd(" || opener == "random(" || opener == "rand(";
+}
+
 bool FindConstant(std::string_view name, double& value) {
     if (name == "pi") value = 3.14159265358979;
     else if (name == "w") value = 6.28318530717958;

@@ -29,6 +29,8 @@ using FunctionFn = double (*)(const FunctionCall&);
 
 // nullptr for an opener that is not in the table.
 FunctionFn FindFunction(std::string_view opener);
+// True for the functions that draw from the random sequence.
+bool DrawsRandomNumbers(std::string_view opener);
 
 // "pi", "w" and "e"; false for any other name. "rnd" is a new random number each time.
 bool FindConstant(std::string_view name, double& value);

@@ -4,6 +4,7 @@
 
 #include "expr/checked_math.h"
 #include "expr/errors.h"
+#include "expr/fp_flags.h"
 
 namespace quillet::expr {
 
@@ -25,6 +26,28 @@ inline double Apply(Op op, double a, double b) {
         default: RaiseInvalidEquation();
     }
 }
+
+// The same arithmetic without checks, for a solve that reads the processor's flags at its end.
+// The integer ops keep theirs: their faults leave no flag.
+inline double ApplyUnchecked(Op op, double a, double b) {
+    switch (op) {
+        case Op::Add: return a + b;
+        case Op::Sub: return a - b;
+        case Op::Mul: return a * b;
+        case Op::Div: return a / b;
+        case Op::IntDiv: return IntDiv(a, b);
+        case Op::IntMod: return IntMod(a, b);
+        case Op::Pow: return PowUnchecked(a, b);
+        case Op::Square: return SquareUnchecked(a);
+        case Op::TimesTenTo: return a * PowUnchecked(10, b);
+        case Op::TimesTenToMinus: return a * PowUnchecked(10, -b);
+        case Op::Negate: return -a;
+        default: RaiseInvalidEquation();
+    }
+}
+
+// Each step's result checked as it comes, or the processor's flags read once at the end.
+enum class Checks : std::uint8_t { EachStep, AtEnd };
 
 constexpr bool IsArithmetic(Op op) { return op <= Op::Negate; }
 bool TakesA(Op op) { return IsArithmetic(op) || op == Op::Exp || op == Op::Sin || op == Op::Cos || op == Op::End; }
@@ -50,20 +73,21 @@ struct Machine {
 
 // What a step does, given `last`, the value the step before it produced. It returns the value
 // it produces itself (stored in its register as well), or `last` again.
-template <Op op, Fresh f>
+template <Op op, Fresh f, Checks c>
 inline double Do(const Step& s, Machine& m, double last) {
     double* const r = m.r;
+    constexpr bool each = c == Checks::EachStep;
     // Read only by the ops that have them: elsewhere a and b are no registers.
     auto a = [&] { return f == Fresh::A ? last : r[s.a]; };
     auto b = [&] { return f == Fresh::B ? last : r[s.b]; };
     if constexpr (IsArithmetic(op)) {
-        return r[s.out] = Apply(op, a(), b());
+        return r[s.out] = each ? Apply(op, a(), b()) : ApplyUnchecked(op, a(), b());
     } else if constexpr (op == Op::Exp) {
-        return r[s.out] = Exp(a());
+        return r[s.out] = each ? Exp(a()) : LibExp(a());
     } else if constexpr (op == Op::Sin) {
-        return r[s.out] = Sine(a(), m.degrees);
+        return r[s.out] = each ? Sine(a(), m.degrees) : std::sin(m.degrees ? a() * kR : a());
     } else if constexpr (op == Op::Cos) {
-        return r[s.out] = Cosine(a(), m.degrees);
+        return r[s.out] = each ? Cosine(a(), m.degrees) : std::cos(m.degrees ? a() * kR : a());
     } else if constexpr (op == Op::Random) {
         return r[s.out] = m.random.Next();
     } else if constexpr (op == Op::Call) {
@@ -94,19 +118,24 @@ constexpr bool ListedInOrder() {
 static_assert(ListedInOrder(), "the dispatch table follows the enumeration");
 
 // The solve itself; a sweep solves again for each of its values, without leaving. Registers
-// are the program's own, changed in place.
-template <bool kSweep>
-double Solve(Program& p, double* r, const Variables& variables, bool degrees, SingleRandom& random,
-             Sweep* sweep) {
+// are the program's own, changed in place. Checking at the end, it stops with `clean` false at
+// a value that left a fault flag or is not finite itself, before counting it done.
+template <bool kSweep, Checks kChecks>
+double Solve(const Program& p, double* r, const Variables& variables, bool degrees, SingleRandom& random,
+             Sweep* sweep, bool& clean) {
+    constexpr bool kAtEnd = kChecks == Checks::AtEnd;
     Machine m{r, p, variables, degrees, random};
     double last = 0;  // the first input's value, as if a step had just produced it
-    if (!p.inputsDefined) {
-        bool all = true;
-        for (const Program::Input& in : p.inputs) all &= variables.Defined(in.slot);
-        p.inputsDefined = all;
+    clean = true;
+    if constexpr (kAtEnd) ClearErrorFlags();
+    for (auto in = p.inputs.rbegin(); in != p.inputs.rend(); ++in) {
+        last = r[in->reg] = variables.Value(in->slot);
+        if (kAtEnd && !std::isfinite(last)) {
+            clean = false;
+            return 0;
+        }
     }
-    for (auto in = p.inputs.rbegin(); in != p.inputs.rend(); ++in) last = r[in->reg] = variables.Value(in->slot);
-    const Step* const first = (p.inputsDefined ? p.unchecked : p.steps).data();
+    const Step* const first = (kAtEnd || p.inputsDefined ? p.unchecked : p.steps).data();
     const Step* s = first;
     double y = 0;
     // The swept variable takes its next value, if the formula reads it at all.
@@ -114,8 +143,10 @@ double Solve(Program& p, double* r, const Variables& variables, bool degrees, Si
         for (const Program::Input& in : p.inputs)
             if (in.slot.index == sweep->slot.index) r[in.reg] = sweep->xs[sweep->done];
         if (!p.inputs.empty()) last = r[p.inputs.front().reg];
+        return !kAtEnd || std::isfinite(sweep->xs[sweep->done]);
     };
-    if constexpr (kSweep) advance();
+    if constexpr (kSweep)
+        if (!advance()) { clean = false; return 0; }
 #if defined(__GNUC__) && !defined(QUILLET_SWITCH_DISPATCH)
     // Each step jumps straight to the next one's code, which the processor predicts far better
     // than the single jump of a switch. Labels as values are a GNU extension; defining
@@ -123,14 +154,23 @@ double Solve(Program& p, double* r, const Variables& variables, bool degrees, Si
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wpedantic"
 #define QUILLET_LABELS(name) &&name##None, &&name##A, &&name##B,
+#define QUILLET_DO(name, fresh) Do<Op::name, Fresh::fresh, kChecks>(*s, m, last)
     static const void* const kCode[] = {QUILLET_OPS(QUILLET_LABELS) && EndNone, &&EndA, &&EndNone};
-#define QUILLET_HANDLERS(name)                                  \
-    name##None : last = Do<Op::name, Fresh::None>(*s, m, last); \
-    goto* kCode[(++s)->code];                                   \
-    name##A : last = Do<Op::name, Fresh::A>(*s, m, last);       \
-    goto* kCode[(++s)->code];                                   \
-    name##B : last = Do<Op::name, Fresh::B>(*s, m, last);       \
-    goto* kCode[(++s)->code];
+    // The empty asm, different in each handler, keeps the compiler from merging the handlers'
+    // identical ends into one shared jump, which would undo the point of jumping from each.
+#define QUILLET_NEXT(name, fresh)                                                       \
+    {                                                                                   \
+        const void* next = kCode[(++s)->code];                                          \
+        asm volatile("" : "+r"(next) : "i"(3 * static_cast<int>(Op::name) + (fresh))); \
+        goto* next;                                                                     \
+    }
+#define QUILLET_HANDLERS(name)                  \
+    name##None : last = QUILLET_DO(name, None); \
+    QUILLET_NEXT(name, 0)                       \
+    name##A : last = QUILLET_DO(name, A);       \
+    QUILLET_NEXT(name, 1)                       \
+    name##B : last = QUILLET_DO(name, B);       \
+    QUILLET_NEXT(name, 2)
 Start:  // where a sweep starts again
     __attribute__((unused));
     goto* kCode[s->code];
@@ -141,10 +181,12 @@ EndA:
 EndNone:
     y = r[s->a];
 Solved:
+    if constexpr (kAtEnd)
+        if (ErrorFlagged(y) || !std::isfinite(y)) { clean = false; return 0; }
     if constexpr (kSweep) {
         sweep->ys[sweep->done] = y;
         if (++sweep->done < sweep->xs.size()) {
-            advance();
+            if (!advance()) { clean = false; return 0; }
             s = first;
             goto Start;
         }
@@ -154,7 +196,7 @@ Solved:
 #else
     // Every value is stored in its register as well, so reading the registers is always right.
 #define QUILLET_CASE(name) \
-    case Op::name: last = Do<Op::name, Fresh::None>(*s, m, last); break;
+    case Op::name: last = Do<Op::name, Fresh::None, kChecks>(*s, m, last); break;
     for (;; s = first) {
         for (; s->op != Op::End; ++s) {
             switch (s->op) {
@@ -163,16 +205,33 @@ Solved:
             }
         }
         y = r[s->a];
+        if constexpr (kAtEnd)
+            if (ErrorFlagged(y) || !std::isfinite(y)) { clean = false; return 0; }
         if constexpr (kSweep) {
             sweep->ys[sweep->done] = y;
             if (++sweep->done < sweep->xs.size()) {
-                advance();
+                if (!advance()) { clean = false; return 0; }
                 continue;
             }
         }
         return y;
     }
 #endif
+}
+
+// One solve, or the rest of a sweep, checking at the end; false where the flags showed a
+// fault or a step raised, with the sweep stopped at that value.
+[[gnu::noinline]] bool TrySolveCheckingAtEnd(Program& p, const Variables& variables, bool degrees,
+                                             SingleRandom& random, Sweep* sweep, double& y) {
+    bool clean = false;
+    try {
+        double* r = p.registers.data();
+        y = sweep ? Solve<true, Checks::AtEnd>(p, r, variables, degrees, random, sweep, clean)
+                  : Solve<false, Checks::AtEnd>(p, r, variables, degrees, random, nullptr, clean);
+    } catch (...) {
+        return false;  // the same solve with every check raises the error at its own step
+    }
+    return clean;
 }
 
 }  // namespace
@@ -199,9 +258,29 @@ void Program::Link() {
         if (s.op != Op::CheckVariable) unchecked.push_back(s);
 }
 
+
 double Program::Run(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep) {
-    return sweep ? Solve<true>(*this, registers.data(), variables, degrees, random, sweep)
-                 : Solve<false>(*this, registers.data(), variables, degrees, random, nullptr);
+    if (!inputsDefined) {
+        bool all = true;
+        for (const Input& in : inputs) all &= variables.Defined(in.slot);
+        inputsDefined = all;
+    }
+    bool clean = true;
+    if (kFlagsReadable && checksAtEnd && inputsDefined) {
+        double y = 0;
+        // After a fault, that value alone is solved again with every check: it raises, or the
+        // flag was set on the way to a finite result, and the sweep goes on.
+        while (!TrySolveCheckingAtEnd(*this, variables, degrees, random, sweep, y)) {
+            if (!sweep) return Solve<false, Checks::EachStep>(*this, registers.data(), variables, degrees, random,
+                                                              nullptr, clean);
+            Sweep one{sweep->slot, sweep->xs.subspan(sweep->done, 1), sweep->ys.subspan(sweep->done, 1)};
+            y = Solve<true, Checks::EachStep>(*this, registers.data(), variables, degrees, random, &one, clean);
+            if (++sweep->done == sweep->xs.size()) return y;
+        }
+        return y;
+    }
+    return sweep ? Solve<true, Checks::EachStep>(*this, registers.data(), variables, degrees, random, sweep, clean)
+                 : Solve<false, Checks::EachStep>(*this, registers.data(), variables, degrees, random, nullptr, clean);
 }
 
 }  // namespace quillet::expr

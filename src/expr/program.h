@@ -68,6 +68,10 @@ struct Program {
     // Known true once every input was found defined; setting a variable cannot undo that, so
     // only removing variables must clear it.
     bool inputsDefined = false;
+    // A solve may check the processor's flags once at its end instead of each step's result,
+    // and run again with every check when they show a fault. Not for a formula that draws
+    // random numbers (the second run would draw others) or holds a constant that is not finite.
+    bool checksAtEnd = true;
     // Literals and constants are filled in once; the steps write the rest.
     std::vector<double> registers;
     std::vector<std::string> messages;
@@ -75,7 +79,8 @@ struct Program {
     // Marks fresh operands and sets each step's code; once, after the steps are complete.
     void Link();
     // Raises the numbered errors of the expression class, at the step where they arise. With a
-    // sweep, solves once for each of its values, with the variable otherwise as it is.
+    // sweep, solves once for each of its values, with the variable otherwise as it is. Clears
+    // the processor's flags for overflow, division by zero and invalid operations.
     double Run(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep = nullptr);
 };
 

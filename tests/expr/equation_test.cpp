@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cfenv>
+#include <cmath>
 #include <functional>
+#include <limits>
+#include <vector>
 #include <initializer_list>
 #include <string>
 #include <utility>
@@ -76,6 +80,57 @@ TEST(Formulas, ErrorsGiveTheirNumberSourceAndDescription) {
                 << formula.substr(0, 40);
         }
     }
+}
+
+// A fault in a step raises there even when later steps would hide it (1/inf is 0, atn(inf)
+// is finite, min drops it), and ahead of a different error a later step would raise.
+TEST(Faults, RaiseAtTheStepWhereTheyArise) {
+    const std::pair<const char*, int> cases[] = {
+        {"1/(x*x)", 6},        {"atn(x*x)", 6},          {"min(x*x,1)", 6},    {"x*x-x*x", 6},
+        {"1/exp(x/x*1000)", 6}, {"1/(x-x)", 11},         {"0*(0/(x-x))", 6},   {"(0-x)^0.5", 6},
+        {"1/(x*x)+log(0-x)", 6}, {"sqr(x*x)", 6},
+    };
+    for (const auto& [formula, number] : cases) {
+        EXPECT_EQ(ErrorOf([&] { Solve(formula, {{"x", 1e200}}); }), number) << formula;
+        // The same, with the fault flags already set by whatever ran before.
+        std::feraiseexcept(FE_OVERFLOW | FE_DIVBYZERO | FE_INVALID);
+        EXPECT_EQ(ErrorOf([&] { Solve(formula, {{"x", 1e200}}); }), number) << formula;
+    }
+    // Flags left set by earlier code do not turn a good solve into an error, nor change its bits.
+    std::feraiseexcept(FE_OVERFLOW | FE_DIVBYZERO | FE_INVALID);
+    EXPECT_EQ(Solve("x*x+exp(x)", {{"x", 3}}), 9 + std::exp(3.0));
+}
+
+TEST(Faults, ANonFiniteVariableRaisesOnlyWhereAStepGivesANonFiniteResult) {
+    const double inf = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(Solve("atn(x)", {{"x", inf}}), std::atan(inf));
+    EXPECT_EQ(ErrorOf([&] { Solve("x+1", {{"x", inf}}); }), 6);
+}
+
+// The array call stops at the X that raised, keeps that X, and goes on from the next one.
+TEST(Faults, ASweepStopsAtTheFaultyXAndResumesAfterIt) {
+    clsEquation eq;
+    const expr::VarSlot x = eq.Slot("x");
+    eq.Equation("1/(x*x)");
+    const std::vector<double> xs{1, 2, 1e200, 4};
+    std::vector<double> ys(xs.size(), -1);
+    EXPECT_EQ(ErrorOf([&] { eq.Solutions(x, xs, ys); }), 6);
+    EXPECT_EQ(eq.Var("x"), 1e200);
+    EXPECT_EQ(ys, (std::vector<double>{1, 0.25, -1, -1}));
+    eq.Solutions(x, std::span(xs).subspan(3), std::span(ys).subspan(3));
+    EXPECT_EQ(ys[3], 0.0625);
+}
+
+// A solve that raised draws no more numbers than the steps before its fault did: here none,
+// since the product comes before the name rnd.
+TEST(Faults, AFaultDrawsNoExtraRandomNumbers) {
+    clsEquation faulty, plain;
+    faulty.Equation("rnd+atn(x*x)");
+    faulty.Var("x", 1e200);
+    EXPECT_EQ(ErrorOf([&] { faulty.Solution(); }), 6);
+    faulty.Var("x", 1);
+    plain.Equation("rnd");
+    EXPECT_EQ(faulty.Solution(), plain.Solution() + std::atan(1.0));
 }
 
 TEST(Random, SeedRules) {
