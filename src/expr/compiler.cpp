@@ -46,6 +46,10 @@ Op OpOf(std::string_view opener) {
     if (opener == "exp(") return Op::Exp;
     if (opener == "sin(") return Op::Sin;
     if (opener == "cos(") return Op::Cos;
+    if (opener == "abs(") return Op::Abs;
+    if (opener == "sqr(") return Op::Sqr;
+    if (opener == "log(" || opener == "ln(") return Op::Log;
+    if (opener == "atn(" || opener == "arctan(") return Op::Atn;
     return Op::Call;
 }
 

@@ -31,8 +31,8 @@ struct Entry {
 // In the order in which openers are tried.
 constexpr Entry kFunctions[] = {
     {"abs(", [](const FunctionCall& c) { return std::fabs(c.x); }},
-    {"atn(", [](const FunctionCall& c) { return AngleOut(c, Atn(c.x)); }},
-    {"arctan(", [](const FunctionCall& c) { return AngleOut(c, Atn(c.x)); }},
+    {"atn(", [](const FunctionCall& c) { return ArcTangent(c.x, c.degrees); }},
+    {"arctan(", [](const FunctionCall& c) { return ArcTangent(c.x, c.degrees); }},
     {"cos(", [](const FunctionCall& c) { return Cosine(c.x, c.degrees); }},
     {"exp(", [](const FunctionCall& c) { return Exp(c.x); }},
     {"fix(", [](const FunctionCall& c) { return std::trunc(c.x); }},

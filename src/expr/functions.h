@@ -17,6 +17,8 @@ inline double AngleIn(double x, bool degrees) { return degrees ? Mul(x, kR) : x;
 // The table's "sin(" and "cos(", shared with the ops a compiled formula has for them.
 inline double Sine(double x, bool degrees) { return std::sin(AngleIn(x, degrees)); }
 inline double Cosine(double x, bool degrees) { return std::cos(AngleIn(x, degrees)); }
+// The table's "atn(" and "arctan(": the angle in the current unit.
+inline double ArcTangent(double x, bool degrees) { return degrees ? Mul(Atn(x), kD) : Atn(x); }
 
 struct FunctionCall {
     double x;  // the first argument

@@ -50,7 +50,8 @@ inline double ApplyUnchecked(Op op, double a, double b) {
 enum class Checks : std::uint8_t { EachStep, AtEnd };
 
 constexpr bool IsArithmetic(Op op) { return op <= Op::Negate; }
-bool TakesA(Op op) { return IsArithmetic(op) || op == Op::Exp || op == Op::Sin || op == Op::Cos || op == Op::End; }
+constexpr bool IsDirectFunction(Op op) { return op >= Op::Exp && op <= Op::Atn; }
+bool TakesA(Op op) { return IsArithmetic(op) || IsDirectFunction(op) || op == Op::End; }
 bool TakesB(Op op) { return IsArithmetic(op) && op != Op::Square && op != Op::Negate; }
 bool Produces(Op op) { return op != Op::CheckVariable && op != Op::Raise && op != Op::End; }
 
@@ -88,6 +89,14 @@ inline double Do(const Step& s, Machine& m, double last) {
         return r[s.out] = each ? Sine(a(), m.degrees) : std::sin(m.degrees ? a() * kR : a());
     } else if constexpr (op == Op::Cos) {
         return r[s.out] = each ? Cosine(a(), m.degrees) : std::cos(m.degrees ? a() * kR : a());
+    } else if constexpr (op == Op::Abs) {
+        return r[s.out] = std::fabs(a());
+    } else if constexpr (op == Op::Sqr) {
+        return r[s.out] = each ? Sqr(a()) : std::sqrt(a());
+    } else if constexpr (op == Op::Log) {
+        return r[s.out] = each ? Log(a()) : LibLog(a());
+    } else if constexpr (op == Op::Atn) {
+        return r[s.out] = each ? ArcTangent(a(), m.degrees) : (m.degrees ? Atn(a()) * kD : Atn(a()));
     } else if constexpr (op == Op::Random) {
         return r[s.out] = m.random.Next();
     } else if constexpr (op == Op::Call) {
@@ -105,7 +114,7 @@ inline double Do(const Step& s, Machine& m, double last) {
 // per op, one for each Fresh.
 #define QUILLET_OPS(X)                                                                                 \
     X(Add) X(Sub) X(Mul) X(Div) X(IntDiv) X(IntMod) X(Pow) X(Square) X(TimesTenTo) X(TimesTenToMinus) \
-    X(Negate) X(Random) X(Exp) X(Sin) X(Cos) X(Call) X(CheckVariable) X(Raise)
+    X(Negate) X(Random) X(Exp) X(Sin) X(Cos) X(Abs) X(Sqr) X(Log) X(Atn) X(Call) X(CheckVariable) X(Raise)
 
 #define QUILLET_ENUMERATOR(name) Op::name,
 constexpr Op kOps[] = {QUILLET_OPS(QUILLET_ENUMERATOR)};
@@ -221,7 +230,7 @@ Solved:
 
 // One solve, or the rest of a sweep, checking at the end; false where the flags showed a
 // fault or a step raised, with the sweep stopped at that value.
-[[gnu::noinline]] bool TrySolveCheckingAtEnd(Program& p, const Variables& variables, bool degrees,
+bool TrySolveCheckingAtEnd(Program& p, const Variables& variables, bool degrees,
                                              SingleRandom& random, Sweep* sweep, double& y) {
     bool clean = false;
     try {

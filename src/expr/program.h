@@ -21,7 +21,8 @@ enum class Op : std::uint8_t {
     TimesTenToMinus,  // "<": a * 10^-b
     Negate,
     Random,         // the constant "rnd"
-    Exp, Sin, Cos,  // functions common in fitted models, without a call through the table
+    // Functions common in formulas, without a call through the table
+    Exp, Sin, Cos, Abs, Sqr, Log, Atn,
     Call,           // a function of the table with its first and last argument
     CheckVariable,  // raises 1102 when the variable in slot `a` is undefined
     Raise,          // raises number `a`
