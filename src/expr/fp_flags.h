@@ -1,7 +1,9 @@
 #pragma once
 // The processor's sticky flags for overflow, division by zero and invalid operations. A solve
-// that checks only at its end clears them first and reads them once after: with finite inputs,
-// any step that would have raised leaves one of them set (or raises itself).
+// that checks only at its end reads them once after: with finite inputs, any step that would
+// have raised leaves one of them set (or raises itself). Reading them costs about as much as
+// three steps, so they are cleared only after a solve found them set, not before each one:
+// flags that other code left set cost one solve done twice.
 #if defined(__x86_64__) && defined(__GNUC__)
 #include <immintrin.h>
 

@@ -126,23 +126,32 @@ constexpr bool ListedInOrder() {
 }
 static_assert(ListedInOrder(), "the dispatch table follows the enumeration");
 
+double SolveEachStep(const Program& p, double* r, const Variables& variables, bool degrees, SingleRandom& random,
+                     Sweep* sweep);
+
 // The solve itself; a sweep solves again for each of its values, without leaving. Registers
-// are the program's own, changed in place. Checking at the end, it stops with `clean` false at
-// a value that left a fault flag or is not finite itself, before counting it done.
+// are the program's own, changed in place. Checking at the end, a value that left a fault flag,
+// raised or is not finite itself is solved again with every check; a sweep instead stops there,
+// before counting it done, with *clean false.
 template <bool kSweep, Checks kChecks>
 double Solve(const Program& p, double* r, const Variables& variables, bool degrees, SingleRandom& random,
-             Sweep* sweep, bool& clean) {
+             Sweep* sweep, bool* clean) try {
     constexpr bool kAtEnd = kChecks == Checks::AtEnd;
+    // The flags stay clear between solves: cleared here, after a fault, not before each solve.
+    auto fault = [&]() -> double {
+        ClearErrorFlags();
+        if constexpr (kSweep) {
+            *clean = false;
+            return 0;
+        } else {
+            return SolveEachStep(p, r, variables, degrees, random, nullptr);
+        }
+    };
     Machine m{r, p, variables, degrees, random};
     double last = 0;  // the first input's value, as if a step had just produced it
-    clean = true;
-    if constexpr (kAtEnd) ClearErrorFlags();
     for (auto in = p.inputs.rbegin(); in != p.inputs.rend(); ++in) {
         last = r[in->reg] = variables.Value(in->slot);
-        if (kAtEnd && !std::isfinite(last)) {
-            clean = false;
-            return 0;
-        }
+        if (kAtEnd && !std::isfinite(last)) return fault();
     }
     const Step* const first = (kAtEnd || p.inputsDefined ? p.unchecked : p.steps).data();
     const Step* s = first;
@@ -155,7 +164,7 @@ double Solve(const Program& p, double* r, const Variables& variables, bool degre
         return !kAtEnd || std::isfinite(sweep->xs[sweep->done]);
     };
     if constexpr (kSweep)
-        if (!advance()) { clean = false; return 0; }
+        if (!advance()) return fault();
 #if defined(__GNUC__) && !defined(QUILLET_SWITCH_DISPATCH)
     // Each step jumps straight to the next one's code, which the processor predicts far better
     // than the single jump of a switch. Labels as values are a GNU extension; defining
@@ -191,11 +200,11 @@ EndNone:
     y = r[s->a];
 Solved:
     if constexpr (kAtEnd)
-        if (ErrorFlagged(y) || !std::isfinite(y)) { clean = false; return 0; }
+        if (ErrorFlagged(y) || !std::isfinite(y)) return fault();
     if constexpr (kSweep) {
         sweep->ys[sweep->done] = y;
         if (++sweep->done < sweep->xs.size()) {
-            if (!advance()) { clean = false; return 0; }
+            if (!advance()) return fault();
             s = first;
             goto Start;
         }
@@ -215,32 +224,53 @@ Solved:
         }
         y = r[s->a];
         if constexpr (kAtEnd)
-            if (ErrorFlagged(y) || !std::isfinite(y)) { clean = false; return 0; }
+            if (ErrorFlagged(y) || !std::isfinite(y)) return fault();
         if constexpr (kSweep) {
             sweep->ys[sweep->done] = y;
             if (++sweep->done < sweep->xs.size()) {
-                if (!advance()) { clean = false; return 0; }
+                if (!advance()) return fault();
                 continue;
             }
         }
         return y;
     }
 #endif
+} catch (...) {
+    if constexpr (kChecks == Checks::EachStep) throw;
+    // The same solve with every check raises the error at its own step.
+    ClearErrorFlags();
+    if constexpr (kSweep) {
+        *clean = false;
+        return 0;
+    } else {
+        return SolveEachStep(p, r, variables, degrees, random, nullptr);
+    }
 }
 
-// One solve, or the rest of a sweep, checking at the end; false where the flags showed a
-// fault or a step raised, with the sweep stopped at that value.
-bool TrySolveCheckingAtEnd(Program& p, const Variables& variables, bool degrees,
-                                             SingleRandom& random, Sweep* sweep, double& y) {
-    bool clean = false;
-    try {
-        double* r = p.registers.data();
-        y = sweep ? Solve<true, Checks::AtEnd>(p, r, variables, degrees, random, sweep, clean)
-                  : Solve<false, Checks::AtEnd>(p, r, variables, degrees, random, nullptr, clean);
-    } catch (...) {
-        return false;  // the same solve with every check raises the error at its own step
+double SolveEachStep(const Program& p, double* r, const Variables& variables, bool degrees, SingleRandom& random,
+                     Sweep* sweep) {
+    return sweep ? Solve<true, Checks::EachStep>(p, r, variables, degrees, random, sweep, nullptr)
+                 : Solve<false, Checks::EachStep>(p, r, variables, degrees, random, nullptr, nullptr);
+}
+
+// After a fault, that value alone is solved again with every check: it raises, or the flag
+// was set on the way to a finite result, and the sweep goes on.
+double SweepCheckingAtEnd(const Program& p, double* r, const Variables& variables, bool degrees,
+                          SingleRandom& random, Sweep& sweep) {
+    for (;;) {
+        bool clean = true;
+        double y = Solve<true, Checks::AtEnd>(p, r, variables, degrees, random, &sweep, &clean);
+        if (clean) return y;
+        Sweep one{sweep.slot, sweep.xs.subspan(sweep.done, 1), sweep.ys.subspan(sweep.done, 1)};
+        y = SolveEachStep(p, r, variables, degrees, random, &one);
+        if (++sweep.done == sweep.xs.size()) return y;
     }
-    return clean;
+}
+
+[[gnu::noinline]] bool AllDefined(const std::vector<Program::Input>& inputs, const Variables& variables) {
+    bool all = true;
+    for (const Program::Input& in : inputs) all &= variables.Defined(in.slot);
+    return all;
 }
 
 }  // namespace
@@ -269,27 +299,11 @@ void Program::Link() {
 
 
 double Program::Run(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep) {
-    if (!inputsDefined) {
-        bool all = true;
-        for (const Input& in : inputs) all &= variables.Defined(in.slot);
-        inputsDefined = all;
-    }
-    bool clean = true;
-    if (kFlagsReadable && checksAtEnd && inputsDefined) {
-        double y = 0;
-        // After a fault, that value alone is solved again with every check: it raises, or the
-        // flag was set on the way to a finite result, and the sweep goes on.
-        while (!TrySolveCheckingAtEnd(*this, variables, degrees, random, sweep, y)) {
-            if (!sweep) return Solve<false, Checks::EachStep>(*this, registers.data(), variables, degrees, random,
-                                                              nullptr, clean);
-            Sweep one{sweep->slot, sweep->xs.subspan(sweep->done, 1), sweep->ys.subspan(sweep->done, 1)};
-            y = Solve<true, Checks::EachStep>(*this, registers.data(), variables, degrees, random, &one, clean);
-            if (++sweep->done == sweep->xs.size()) return y;
-        }
-        return y;
-    }
-    return sweep ? Solve<true, Checks::EachStep>(*this, registers.data(), variables, degrees, random, sweep, clean)
-                 : Solve<false, Checks::EachStep>(*this, registers.data(), variables, degrees, random, nullptr, clean);
+    if (!inputsDefined) inputsDefined = AllDefined(inputs, variables);
+    double* const r = registers.data();
+    if (!(kFlagsReadable && checksAtEnd && inputsDefined)) return SolveEachStep(*this, r, variables, degrees, random, sweep);
+    if (sweep) return SweepCheckingAtEnd(*this, r, variables, degrees, random, *sweep);
+    return Solve<false, Checks::AtEnd>(*this, r, variables, degrees, random, nullptr, nullptr);
 }
 
 }  // namespace quillet::expr

@@ -80,7 +80,7 @@ struct Program {
     // Marks fresh operands and sets each step's code; once, after the steps are complete.
     void Link();
     // Raises the numbered errors of the expression class, at the step where they arise. With a
-    // sweep, solves once for each of its values, with the variable otherwise as it is. Clears
+    // sweep, solves once for each of its values, with the variable otherwise as it is. May clear
     // the processor's flags for overflow, division by zero and invalid operations.
     double Run(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep = nullptr);
 };
