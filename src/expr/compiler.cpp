@@ -82,6 +82,7 @@ private:
     int ClosingOf(std::size_t step) const;
     void Group(int pos, int close);
     void Function(int pos, int close);
+    std::uint32_t Trigonometric(Op op, std::uint32_t x, std::uint32_t y, FunctionFn fn);
     void Name(int pos);
     struct Variable {
         std::uint32_t reg;
@@ -97,6 +98,8 @@ private:
     Program p_;
     std::vector<bool> constant_;  // per register: fixed by the formula alone
     std::map<std::string, Variable, std::less<>> variablesByName_;
+    // A Sin or Cos step by its argument and op, until the other of the two joins it.
+    std::map<std::pair<std::uint32_t, Op>, std::size_t> trigonometric_;
     std::uint32_t result_ = 0;  // the register of the solution
 };
 
@@ -237,7 +240,27 @@ void Compiler::Function(int pos, int close) {
     if (!fn) throw Failure{eqerr::UndefinedFunction, "Sorry Undefined Function: " + opener + ")"};
     if (DrawsRandomNumbers(opener)) p_.checksAtEnd = false;
     work_[Ix(first)] = work_[Ix(last)] = work_[Ix(close)] = Entry{};
-    work_[Ix(pos)] = Entry::Result(Emit(OpOf(opener), x, y, fn));
+    const Op op = OpOf(opener);
+    const bool trigonometric = op == Op::Sin || op == Op::Cos;
+    work_[Ix(pos)] = Entry::Result(trigonometric ? Trigonometric(op, x, y, fn) : Emit(op, x, y, fn));
+}
+
+// sin and cos of one register come from one call at the first of the two. The second's result
+// is thus written earlier, which no step can see: its register is new.
+std::uint32_t Compiler::Trigonometric(Op op, std::uint32_t x, std::uint32_t y, FunctionFn fn) {
+    const auto partner = trigonometric_.find({x, op == Op::Sin ? Op::Cos : Op::Sin});
+    if (partner == trigonometric_.end()) {
+        const std::uint32_t out = Emit(op, x, y, fn);
+        trigonometric_.emplace(std::pair{x, op}, p_.steps.size() - 1);
+        return out;
+    }
+    Step& first = p_.steps[partner->second];
+    const std::uint32_t out = Register();
+    first.b = op == Op::Cos ? out : first.out;
+    first.out = op == Op::Sin ? out : first.out;
+    first.op = Op::SinCos;
+    trigonometric_.erase(partner);
+    return out;
 }
 
 // A variable's value is read once per solve; each place that names it checks it is defined.

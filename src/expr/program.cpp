@@ -50,7 +50,7 @@ inline double ApplyUnchecked(Op op, double a, double b) {
 enum class Checks : std::uint8_t { EachStep, AtEnd };
 
 constexpr bool IsArithmetic(Op op) { return op <= Op::Negate; }
-constexpr bool IsDirectFunction(Op op) { return op >= Op::Exp && op <= Op::Atn; }
+constexpr bool IsDirectFunction(Op op) { return op >= Op::Exp && op <= Op::SinCos; }
 bool TakesA(Op op) { return IsArithmetic(op) || IsDirectFunction(op) || op == Op::End; }
 bool TakesB(Op op) { return IsArithmetic(op) && op != Op::Square && op != Op::Negate; }
 bool Produces(Op op) { return op != Op::CheckVariable && op != Op::Raise && op != Op::End; }
@@ -97,6 +97,11 @@ inline double Do(const Step& s, Machine& m, double last) {
         return r[s.out] = each ? Log(a()) : LibLog(a());
     } else if constexpr (op == Op::Atn) {
         return r[s.out] = each ? ArcTangent(a(), m.degrees) : (m.degrees ? Atn(a()) * kD : Atn(a()));
+    } else if constexpr (op == Op::SinCos) {
+        double sine = 0, cosine = 0;
+        LibSinCos(each ? AngleIn(a(), m.degrees) : m.degrees ? a() * kR : a(), sine, cosine);
+        r[s.b] = cosine;
+        return r[s.out] = sine;
     } else if constexpr (op == Op::Random) {
         return r[s.out] = m.random.Next();
     } else if constexpr (op == Op::Call) {
@@ -114,7 +119,7 @@ inline double Do(const Step& s, Machine& m, double last) {
 // per op, one for each Fresh.
 #define QUILLET_OPS(X)                                                                                 \
     X(Add) X(Sub) X(Mul) X(Div) X(IntDiv) X(IntMod) X(Pow) X(Square) X(TimesTenTo) X(TimesTenToMinus) \
-    X(Negate) X(Random) X(Exp) X(Sin) X(Cos) X(Abs) X(Sqr) X(Log) X(Atn) X(Call) X(CheckVariable) X(Raise)
+    X(Negate) X(Random) X(Exp) X(Sin) X(Cos) X(Abs) X(Sqr) X(Log) X(Atn) X(SinCos) X(Call) X(CheckVariable) X(Raise)
 
 #define QUILLET_ENUMERATOR(name) Op::name,
 constexpr Op kOps[] = {QUILLET_OPS(QUILLET_ENUMERATOR)};
@@ -126,16 +131,17 @@ constexpr bool ListedInOrder() {
 }
 static_assert(ListedInOrder(), "the dispatch table follows the enumeration");
 
-double SolveEachStep(const Program& p, double* r, const Variables& variables, bool degrees, SingleRandom& random,
-                     Sweep* sweep);
+double SolveEachStep(Program& p, const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep);
 
 // The solve itself; a sweep solves again for each of its values, without leaving. Registers
 // are the program's own, changed in place. Checking at the end, a value that left a fault flag,
 // raised or is not finite itself is solved again with every check; a sweep instead stops there,
-// before counting it done, with *clean false.
+// before counting it done, with *clean false. Six arguments at most, all in registers, so that
+// Run can jump to it instead of calling it.
 template <bool kSweep, Checks kChecks>
-double Solve(const Program& p, double* r, const Variables& variables, bool degrees, SingleRandom& random,
-             Sweep* sweep, bool* clean) try {
+double Solve(Program& p, const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep,
+             bool* clean) try {
+    double* const r = p.registers.data();
     constexpr bool kAtEnd = kChecks == Checks::AtEnd;
     // The flags stay clear between solves: cleared here, after a fault, not before each solve.
     auto fault = [&]() -> double {
@@ -144,7 +150,7 @@ double Solve(const Program& p, double* r, const Variables& variables, bool degre
             *clean = false;
             return 0;
         } else {
-            return SolveEachStep(p, r, variables, degrees, random, nullptr);
+            return SolveEachStep(p, variables, degrees, random, nullptr);
         }
     };
     Machine m{r, p, variables, degrees, random};
@@ -243,26 +249,26 @@ Solved:
         *clean = false;
         return 0;
     } else {
-        return SolveEachStep(p, r, variables, degrees, random, nullptr);
+        return SolveEachStep(p, variables, degrees, random, nullptr);
     }
 }
 
-double SolveEachStep(const Program& p, double* r, const Variables& variables, bool degrees, SingleRandom& random,
-                     Sweep* sweep) {
-    return sweep ? Solve<true, Checks::EachStep>(p, r, variables, degrees, random, sweep, nullptr)
-                 : Solve<false, Checks::EachStep>(p, r, variables, degrees, random, nullptr, nullptr);
+[[gnu::noinline]] double SolveEachStep(Program& p, const Variables& variables, bool degrees, SingleRandom& random,
+                                       Sweep* sweep) {
+    return sweep ? Solve<true, Checks::EachStep>(p, variables, degrees, random, sweep, nullptr)
+                 : Solve<false, Checks::EachStep>(p, variables, degrees, random, nullptr, nullptr);
 }
 
 // After a fault, that value alone is solved again with every check: it raises, or the flag
 // was set on the way to a finite result, and the sweep goes on.
-double SweepCheckingAtEnd(const Program& p, double* r, const Variables& variables, bool degrees,
-                          SingleRandom& random, Sweep& sweep) {
+[[gnu::noinline]] double SweepCheckingAtEnd(Program& p, const Variables& variables, bool degrees,
+                                            SingleRandom& random, Sweep& sweep) {
     for (;;) {
         bool clean = true;
-        double y = Solve<true, Checks::AtEnd>(p, r, variables, degrees, random, &sweep, &clean);
+        double y = Solve<true, Checks::AtEnd>(p, variables, degrees, random, &sweep, &clean);
         if (clean) return y;
         Sweep one{sweep.slot, sweep.xs.subspan(sweep.done, 1), sweep.ys.subspan(sweep.done, 1)};
-        y = SolveEachStep(p, r, variables, degrees, random, &one);
+        y = SolveEachStep(p, variables, degrees, random, &one);
         if (++sweep.done == sweep.xs.size()) return y;
     }
 }
@@ -300,10 +306,10 @@ void Program::Link() {
 
 double Program::Run(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep) {
     if (!inputsDefined) inputsDefined = AllDefined(inputs, variables);
-    double* const r = registers.data();
-    if (!(kFlagsReadable && checksAtEnd && inputsDefined)) return SolveEachStep(*this, r, variables, degrees, random, sweep);
-    if (sweep) return SweepCheckingAtEnd(*this, r, variables, degrees, random, *sweep);
-    return Solve<false, Checks::AtEnd>(*this, r, variables, degrees, random, nullptr, nullptr);
+    if (!(kFlagsReadable && checksAtEnd && inputsDefined))
+        return SolveEachStep(*this, variables, degrees, random, sweep);
+    if (sweep) return SweepCheckingAtEnd(*this, variables, degrees, random, *sweep);
+    return Solve<false, Checks::AtEnd>(*this, variables, degrees, random, nullptr, nullptr);
 }
 
 }  // namespace quillet::expr

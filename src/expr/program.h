@@ -23,6 +23,7 @@ enum class Op : std::uint8_t {
     Random,         // the constant "rnd"
     // Functions common in formulas, without a call through the table
     Exp, Sin, Cos, Abs, Sqr, Log, Atn,
+    SinCos,         // sin(a) and cos(a) in one call: the sine to `out`, the cosine to register b
     Call,           // a function of the table with its first and last argument
     CheckVariable,  // raises 1102 when the variable in slot `a` is undefined
     Raise,          // raises number `a`
@@ -42,7 +43,7 @@ struct Step {
     std::uint8_t code = 0;  // where the dispatch finds the step's work: set by Link
     std::uint32_t out = 0;  // the register written
     std::uint32_t a = 0;    // registers read; slot, number or message where the op says so
-    std::uint32_t b = 0;    // for CheckVariable and Raise: the message
+    std::uint32_t b = 0;    // for CheckVariable and Raise: the message; written by SinCos
     FunctionFn fn = nullptr;
 };
 

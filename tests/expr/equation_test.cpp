@@ -133,6 +133,26 @@ TEST(Faults, AFaultDrawsNoExtraRandomNumbers) {
     EXPECT_EQ(faulty.Solution(), plain.Solution() + std::atan(1.0));
 }
 
+// sin and cos of one argument share one call; each must keep the bits it has alone, in both
+// angle units, in either order, and beside a third use of the same function.
+TEST(Trigonometry, SineAndCosineOfOneArgumentKeepTheBitsEachHasAlone) {
+    for (const bool degrees : {false, true}) {
+        for (const double x : {0.3, -2.5, 1e6 + 0.1, 1e22, -3e300}) {
+            auto solve = [&](const std::string& formula) {
+                clsEquation eq;
+                eq.Degrees(degrees);
+                eq.Var("x", x);
+                eq.Equation(formula);
+                return eq.Solution();
+            };
+            const double s = solve("sin(x)"), c = solve("cos(x)");
+            EXPECT_EQ(solve("sin(x)*cos(x)"), s * c) << x << (degrees ? " degrees" : "");
+            EXPECT_EQ(solve("cos(x)-sin(x)"), c - s) << x << (degrees ? " degrees" : "");
+            EXPECT_EQ(solve("sin(x)+sin(x)*cos(x)"), s + s * c) << x << (degrees ? " degrees" : "");
+        }
+    }
+}
+
 TEST(Random, SeedRules) {
     EXPECT_EQ(Solve("rnd(-3)"), Solve("rnd(-3)"));  // a negative seed repeats its number
     EXPECT_EQ(Solve("rnd(1)-rnd(0)"), 0);           // 0 repeats the last number
