@@ -35,6 +35,17 @@ inline std::string LorentzianSeries(int terms) {
     return f;
 }
 
+// An offset and `terms` modified Lorentzian peaks, whose scaled distance from the centre the
+// solver writes twice per term.
+inline std::string ModifiedLorentzianSeries(int terms) {
+    std::string f = Written(2.0625);
+    for (int i = 1; i <= terms; ++i) {
+        const std::string s = "(2*((x)-" + Written(3.75 * i + 0.5) + ")/" + Written(0.8 + 0.15 * i) + ")";
+        f += "+(" + Written(60.5 - 4.25 * i) + "+" + Written(3.5 + 1.25 * i) + "*" + s + ")/(1+" + s + "^2)";
+    }
+    return f;
+}
+
 // A phase as the solver adds it: "+v" or "-|v|".
 inline std::string Added(double v) { return v < 0 ? "-" + Written(-v) : "+" + Written(v); }
 
@@ -76,6 +87,7 @@ inline std::vector<BenchFormula> Formulas() {
     const std::string lorentzian60 = LorentzianSeries(60);
     const std::string sineExponential5 = SineExponentialSeries(5);
     const std::string bellCurve4 = BellCurveSeries(4);
+    const std::string modifiedLorentzian3 = ModifiedLorentzianSeries(3);
     return {
         {"lorentzian3", lorentzian3, lorentzian3, 9.5},
         {"exponential3", exponential, exponential, 2.5},
@@ -87,6 +99,7 @@ inline std::vector<BenchFormula> Formulas() {
          0.7},
         {"sinexp5", sineExponential5, sineExponential5, 3.2},
         {"bell4", bellCurve4, bellCurve4, 6.1},
+        {"modlorentz3", modifiedLorentzian3, modifiedLorentzian3, 7.4},
         {"nested4", "sqr(abs(log(x)))+atn(sqr(x)*log(x+1))-abs(atn(x-1))*log(sqr(abs(x)+2))",
          "sqrt(abs(ln(x)))+atan(sqrt(x)*ln(x+1))-abs(atan(x-1))*ln(sqrt(abs(x)+2))", 1.9},
         // Several thousand characters: the size for which parsing plus solving must stay quick.

@@ -1,7 +1,9 @@
 #include "expr/compiler.h"
 
 #include <cmath>
+#include <cstring>
 #include <map>
+#include <tuple>
 
 #include "expr/errors.h"
 
@@ -53,6 +55,12 @@ Op OpOf(std::string_view opener) {
     return Op::Call;
 }
 
+// Steps whose value depends on their operands alone (and the angle unit, fixed during a solve).
+// One that repeats an earlier step on the same registers gives the same value and would have
+// raised at the earlier one already, so the earlier one's register serves both. Sin and cos
+// pair up their own way.
+bool Reusable(Op op) { return op <= Op::Negate || op == Op::Exp || (op >= Op::Abs && op <= Op::Atn); }
+
 // Plus or minus 2^k with both it and its reciprocal normal numbers.
 bool IsPowerOfTwo(double v) {
     int exponent = 0;
@@ -97,6 +105,8 @@ private:
     std::vector<Entry> work_;
     Program p_;
     std::vector<bool> constant_;  // per register: fixed by the formula alone
+    std::map<std::uint64_t, std::uint32_t> constantsByBits_;  // one register per constant value
+    std::map<std::tuple<Op, std::uint32_t, std::uint32_t>, std::uint32_t> reusable_;  // by op and operands
     std::map<std::string, Variable, std::less<>> variablesByName_;
     // A Sin or Cos step by its argument and op, until the other of the two joins it.
     std::map<std::pair<std::uint32_t, Op>, std::size_t> trigonometric_;
@@ -128,8 +138,15 @@ int Compiler::PreviousFilled(int pos) const {
     return -1;
 }
 
+// A constant already held keeps its register, so that steps on equal constants look equal.
 std::uint32_t Compiler::Register(double initial, bool constant) {
-    if (constant && !std::isfinite(initial)) p_.checksAtEnd = false;
+    if (constant) {
+        std::uint64_t bits = 0;
+        std::memcpy(&bits, &initial, sizeof bits);
+        const auto [it, added] = constantsByBits_.try_emplace(bits, static_cast<std::uint32_t>(p_.registers.size()));
+        if (!added) return it->second;
+        if (!std::isfinite(initial)) p_.checksAtEnd = false;
+    }
     p_.registers.push_back(initial);
     constant_.push_back(constant);
     return static_cast<std::uint32_t>(p_.registers.size() - 1);
@@ -154,6 +171,10 @@ std::uint32_t Compiler::Arithmetic(Op op, std::uint32_t a, std::uint32_t b) {
 }
 
 std::uint32_t Compiler::Emit(Op op, std::uint32_t a, std::uint32_t b, FunctionFn fn) {
+    if (Reusable(op)) {
+        const auto [it, added] = reusable_.try_emplace({op, a, b}, static_cast<std::uint32_t>(p_.registers.size()));
+        if (!added) return it->second;
+    }
     const std::uint32_t out = op == Op::CheckVariable ? 0 : Register();
     p_.steps.push_back(Step{op, Fresh::None, 0, out, a, b, fn});
     return out;

@@ -153,6 +153,28 @@ TEST(Trigonometry, SineAndCosineOfOneArgumentKeepTheBitsEachHasAlone) {
     }
 }
 
+// A part written twice, as the solver writes the modified Lorentzian's (2*((x)-c)/w), gives the
+// bits of computing it once and using the value twice; a repeated part that raises still does.
+TEST(RepeatedParts, GiveTheBitsOfOneEvaluation) {
+    for (const bool degrees : {false, true}) {
+        for (const double x : {0.25, 1.5, -7.125, 3e5}) {
+            auto solve = [&](const std::string& formula, double s = 0) {
+                clsEquation eq;
+                eq.Degrees(degrees);
+                eq.Var("x", x);
+                eq.Var("s", s);
+                eq.Equation(formula);
+                return eq.Solution();
+            };
+            const double s = solve("2*((x)-1.5)/0.7"), a = solve("atn(x*3)");
+            EXPECT_EQ(solve("(3+0.5*(2*((x)-1.5)/0.7))/(1+(2*((x)-1.5)/0.7)^2)"), solve("(3+0.5*s)/(1+s^2)", s)) << x;
+            EXPECT_EQ(solve("atn(x*3)-2*atn(x*3)"), a - 2 * a) << x;
+        }
+    }
+    EXPECT_EQ(ErrorOf([] { Solve("1/(x-x)+1/(x-x)", {{"x", 2}}); }), 11);
+    EXPECT_EQ(ErrorOf([] { Solve("sqr(0-x)+sqr(0-x)", {{"x", 2}}); }), 5);
+}
+
 TEST(Random, SeedRules) {
     EXPECT_EQ(Solve("rnd(-3)"), Solve("rnd(-3)"));  // a negative seed repeats its number
     EXPECT_EQ(Solve("rnd(1)-rnd(0)"), 0);           // 0 repeats the last number
