@@ -52,6 +52,10 @@ Op OpOf(std::string_view opener) {
     if (opener == "sqr(") return Op::Sqr;
     if (opener == "log(" || opener == "ln(") return Op::Log;
     if (opener == "atn(" || opener == "arctan(") return Op::Atn;
+    if (opener == "tan(") return Op::Tan;
+    if (opener == "sgn(") return Op::Sgn;
+    if (opener == "min(") return Op::Min;
+    if (opener == "max(") return Op::Max;
     return Op::Call;
 }
 
@@ -59,7 +63,9 @@ Op OpOf(std::string_view opener) {
 // One that repeats an earlier step on the same registers gives the same value and would have
 // raised at the earlier one already, so the earlier one's register serves both. Sin and cos
 // pair up their own way.
-bool Reusable(Op op) { return op <= Op::Negate || op == Op::Exp || (op >= Op::Abs && op <= Op::Atn); }
+bool Reusable(Op op) {
+    return op <= Op::Negate || op == Op::Exp || (op >= Op::Abs && op <= Op::Sgn) || op == Op::Min || op == Op::Max;
+}
 
 // Plus or minus 2^k with both it and its reciprocal normal numbers.
 bool IsPowerOfTwo(double v) {

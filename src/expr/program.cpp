@@ -50,9 +50,11 @@ inline double ApplyUnchecked(Op op, double a, double b) {
 enum class Checks : std::uint8_t { EachStep, AtEnd };
 
 constexpr bool IsArithmetic(Op op) { return op <= Op::Negate; }
-constexpr bool IsDirectFunction(Op op) { return op >= Op::Exp && op <= Op::SinCos; }
+constexpr bool IsDirectFunction(Op op) { return op >= Op::Exp && op <= Op::Max; }
 bool TakesA(Op op) { return IsArithmetic(op) || IsDirectFunction(op) || op == Op::End; }
-bool TakesB(Op op) { return IsArithmetic(op) && op != Op::Square && op != Op::Negate; }
+bool TakesB(Op op) {
+    return (IsArithmetic(op) && op != Op::Square && op != Op::Negate) || op == Op::Min || op == Op::Max;
+}
 bool Produces(Op op) { return op != Op::CheckVariable && op != Op::Raise && op != Op::End; }
 
 struct Machine {
@@ -97,6 +99,13 @@ inline double Do(const Step& s, Machine& m, double last) {
         return r[s.out] = each ? Log(a()) : LibLog(a());
     } else if constexpr (op == Op::Atn) {
         return r[s.out] = each ? ArcTangent(a(), m.degrees) : (m.degrees ? Atn(a()) * kD : Atn(a()));
+    } else if constexpr (op == Op::Tan) {
+        return r[s.out] = each ? Tangent(a(), m.degrees) : std::tan(m.degrees ? a() * kR : a());
+    } else if constexpr (op == Op::Sgn) {
+        return r[s.out] = Sgn(a());
+    } else if constexpr (op == Op::Min || op == Op::Max) {
+        const double x = a(), y = b();
+        return r[s.out] = op == Op::Min ? Smaller(x, y) : Larger(x, y);
     } else if constexpr (op == Op::SinCos) {
         double sine = 0, cosine = 0;
         LibSinCos(each ? AngleIn(a(), m.degrees) : m.degrees ? a() * kR : a(), sine, cosine);
@@ -119,7 +128,8 @@ inline double Do(const Step& s, Machine& m, double last) {
 // per op, one for each Fresh.
 #define QUILLET_OPS(X)                                                                                 \
     X(Add) X(Sub) X(Mul) X(Div) X(IntDiv) X(IntMod) X(Pow) X(Square) X(TimesTenTo) X(TimesTenToMinus) \
-    X(Negate) X(Random) X(Exp) X(Sin) X(Cos) X(Abs) X(Sqr) X(Log) X(Atn) X(SinCos) X(Call) X(CheckVariable) X(Raise)
+    X(Negate) X(Random) X(Exp) X(Sin) X(Cos) X(Abs) X(Sqr) X(Log) X(Atn) X(Tan) X(Sgn) X(SinCos) X(Min) X(Max) \
+        X(Call) X(CheckVariable) X(Raise)
 
 #define QUILLET_ENUMERATOR(name) Op::name,
 constexpr Op kOps[] = {QUILLET_OPS(QUILLET_ENUMERATOR)};

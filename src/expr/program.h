@@ -22,8 +22,9 @@ enum class Op : std::uint8_t {
     Negate,
     Random,         // the constant "rnd"
     // Functions common in formulas, without a call through the table
-    Exp, Sin, Cos, Abs, Sqr, Log, Atn,
+    Exp, Sin, Cos, Abs, Sqr, Log, Atn, Tan, Sgn,
     SinCos,         // sin(a) and cos(a) in one call: the sine to `out`, the cosine to register b
+    Min, Max,       // of the first and the last argument, in registers a and b
     Call,           // a function of the table with its first and last argument
     CheckVariable,  // raises 1102 when the variable in slot `a` is undefined
     Raise,          // raises number `a`
