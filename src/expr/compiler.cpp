@@ -3,9 +3,9 @@
 #include <cmath>
 #include <cstring>
 #include <map>
-#include <tuple>
 
 #include "expr/errors.h"
+#include "expr/flat_index.h"
 
 namespace quillet::expr {
 
@@ -111,8 +111,8 @@ private:
     std::vector<Entry> work_;
     Program p_;
     std::vector<bool> constant_;  // per register: fixed by the formula alone
-    std::map<std::uint64_t, std::uint32_t> constantsByBits_;  // one register per constant value
-    std::map<std::tuple<Op, std::uint32_t, std::uint32_t>, std::uint32_t> reusable_;  // by op and operands
+    FlatIndex constantsByBits_;  // one register per constant value
+    FlatIndex reusable_;         // a reusable step's register by its op and operands
     std::map<std::string, Variable, std::less<>> variablesByName_;
     // A Sin or Cos step by its argument and op, until the other of the two joins it.
     std::map<std::pair<std::uint32_t, Op>, std::size_t> trigonometric_;
@@ -149,8 +149,8 @@ std::uint32_t Compiler::Register(double initial, bool constant) {
     if (constant) {
         std::uint64_t bits = 0;
         std::memcpy(&bits, &initial, sizeof bits);
-        const auto [it, added] = constantsByBits_.try_emplace(bits, static_cast<std::uint32_t>(p_.registers.size()));
-        if (!added) return it->second;
+        const auto next = static_cast<std::uint32_t>(p_.registers.size());
+        if (const std::uint32_t reg = constantsByBits_.FindOrAdd(bits, next); reg != next) return reg;
         if (!std::isfinite(initial)) p_.checksAtEnd = false;
     }
     p_.registers.push_back(initial);
@@ -177,9 +177,12 @@ std::uint32_t Compiler::Arithmetic(Op op, std::uint32_t a, std::uint32_t b) {
 }
 
 std::uint32_t Compiler::Emit(Op op, std::uint32_t a, std::uint32_t b, FunctionFn fn) {
-    if (Reusable(op)) {
-        const auto [it, added] = reusable_.try_emplace({op, a, b}, static_cast<std::uint32_t>(p_.registers.size()));
-        if (!added) return it->second;
+    // Six bits of op and 29 of each register make the key; beyond that, steps are not shared.
+    static_assert(static_cast<int>(Op::End) < 64);
+    if (Reusable(op) && a < (1u << 29) && b < (1u << 29)) {
+        const std::uint64_t key = std::uint64_t{static_cast<std::uint8_t>(op)} << 58 | std::uint64_t{a} << 29 | b;
+        const auto next = static_cast<std::uint32_t>(p_.registers.size());
+        if (const std::uint32_t reg = reusable_.FindOrAdd(key, next); reg != next) return reg;
     }
     const std::uint32_t out = op == Op::CheckVariable ? 0 : Register();
     p_.steps.push_back(Step{op, Fresh::None, 0, out, a, b, fn});
