@@ -141,33 +141,40 @@ constexpr bool ListedInOrder() {
 }
 static_assert(ListedInOrder(), "the dispatch table follows the enumeration");
 
-double SolveEachStep(Program& p, const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep);
+// Ends a solve checking at the end that met a fault, before it counts the value done.
+inline double Faulted(bool* clean) {
+    *clean = false;
+    return 0;
+}
+
+double SolveAgainWithEveryCheck(Program& p, const Variables& variables, bool degrees, SingleRandom& random);
+
+// A single solve checking at the end goes on to the solve with every check itself; a sweep
+// stops and leaves that to its caller.
+template <bool kSweep>
+double Fault(Program& p, const Variables& variables, bool degrees, SingleRandom& random, bool* clean) {
+    if constexpr (kSweep)
+        return Faulted(clean);
+    else
+        return SolveAgainWithEveryCheck(p, variables, degrees, random);
+}
 
 // The solve itself; a sweep solves again for each of its values, without leaving. Registers
-// are the program's own, changed in place. Checking at the end, a value that left a fault flag,
-// raised or is not finite itself is solved again with every check; a sweep instead stops there,
-// before counting it done, with *clean false. Six arguments at most, all in registers, so that
-// Run can jump to it instead of calling it.
+// are the program's own, changed in place. Checking at the end, a value that left a fault flag
+// or is not finite itself (or an input that is not finite) is a fault. No try block in here: it
+// made the compiler keep the values the steps pass on to each other on the stack instead of in
+// the processor's registers. Six arguments at most, all in registers, so that Run can jump to
+// it instead of calling it.
 template <bool kSweep, Checks kChecks>
 double Solve(Program& p, const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep,
-             bool* clean) try {
+             bool* clean) {
     double* const r = p.registers.data();
     constexpr bool kAtEnd = kChecks == Checks::AtEnd;
-    // The flags stay clear between solves: cleared here, after a fault, not before each solve.
-    auto fault = [&]() -> double {
-        ClearErrorFlags();
-        if constexpr (kSweep) {
-            *clean = false;
-            return 0;
-        } else {
-            return SolveEachStep(p, variables, degrees, random, nullptr);
-        }
-    };
     Machine m{r, p, variables, degrees, random};
     double last = 0;  // the first input's value, as if a step had just produced it
     for (auto in = p.inputs.rbegin(); in != p.inputs.rend(); ++in) {
         last = r[in->reg] = variables.Value(in->slot);
-        if (kAtEnd && !std::isfinite(last)) return fault();
+        if (kAtEnd && !std::isfinite(last)) return Fault<kSweep>(p, variables, degrees, random, clean);
     }
     const Step* const first = (kAtEnd || p.inputsDefined ? p.unchecked : p.steps).data();
     const Step* s = first;
@@ -180,7 +187,7 @@ double Solve(Program& p, const Variables& variables, bool degrees, SingleRandom&
         return !kAtEnd || std::isfinite(sweep->xs[sweep->done]);
     };
     if constexpr (kSweep)
-        if (!advance()) return fault();
+        if (!advance()) return Fault<kSweep>(p, variables, degrees, random, clean);
 #if defined(__GNUC__) && !defined(QUILLET_SWITCH_DISPATCH)
     // Each step jumps straight to the next one's code, which the processor predicts far better
     // than the single jump of a switch. Labels as values are a GNU extension; defining
@@ -216,11 +223,11 @@ EndNone:
     y = r[s->a];
 Solved:
     if constexpr (kAtEnd)
-        if (ErrorFlagged(y) || !std::isfinite(y)) return fault();
+        if (ErrorFlagged(y) || !std::isfinite(y)) return Fault<kSweep>(p, variables, degrees, random, clean);
     if constexpr (kSweep) {
         sweep->ys[sweep->done] = y;
         if (++sweep->done < sweep->xs.size()) {
-            if (!advance()) return fault();
+            if (!advance()) return Fault<kSweep>(p, variables, degrees, random, clean);
             s = first;
             goto Start;
         }
@@ -240,27 +247,17 @@ Solved:
         }
         y = r[s->a];
         if constexpr (kAtEnd)
-            if (ErrorFlagged(y) || !std::isfinite(y)) return fault();
+            if (ErrorFlagged(y) || !std::isfinite(y)) return Fault<kSweep>(p, variables, degrees, random, clean);
         if constexpr (kSweep) {
             sweep->ys[sweep->done] = y;
             if (++sweep->done < sweep->xs.size()) {
-                if (!advance()) return fault();
+                if (!advance()) return Fault<kSweep>(p, variables, degrees, random, clean);
                 continue;
             }
         }
         return y;
     }
 #endif
-} catch (...) {
-    if constexpr (kChecks == Checks::EachStep) throw;
-    // The same solve with every check raises the error at its own step.
-    ClearErrorFlags();
-    if constexpr (kSweep) {
-        *clean = false;
-        return 0;
-    } else {
-        return SolveEachStep(p, variables, degrees, random, nullptr);
-    }
 }
 
 [[gnu::noinline]] double SolveEachStep(Program& p, const Variables& variables, bool degrees, SingleRandom& random,
@@ -269,14 +266,39 @@ Solved:
                  : Solve<false, Checks::EachStep>(p, variables, degrees, random, nullptr, nullptr);
 }
 
-// After a fault, that value alone is solved again with every check: it raises, or the flag
-// was set on the way to a finite result, and the sweep goes on.
+// After a fault the flags are cleared, so that they stay clear between solves without a write
+// before each one, and the value is solved again with every check: it raises at its own step,
+// or the flag was set on the way to a finite result.
+[[gnu::noinline]] double SolveAgainWithEveryCheck(Program& p, const Variables& variables, bool degrees,
+                                                  SingleRandom& random) {
+    ClearErrorFlags();
+    return SolveEachStep(p, variables, degrees, random, nullptr);
+}
+
+// Checking at the end a program with steps that may raise: one that raised is a fault too.
+[[gnu::noinline]] double SolveCheckingAtEnd(Program& p, const Variables& variables, bool degrees,
+                                            SingleRandom& random) {
+    try {
+        return Solve<false, Checks::AtEnd>(p, variables, degrees, random, nullptr, nullptr);
+    } catch (...) {
+    }
+    return SolveAgainWithEveryCheck(p, variables, degrees, random);
+}
+
+// A sweep checking at the end stops at a fault, and after the solve of that value with every
+// check goes on from the next one.
 [[gnu::noinline]] double SweepCheckingAtEnd(Program& p, const Variables& variables, bool degrees,
                                             SingleRandom& random, Sweep& sweep) {
     for (;;) {
         bool clean = true;
-        double y = Solve<true, Checks::AtEnd>(p, variables, degrees, random, &sweep, &clean);
+        double y = 0;
+        try {
+            y = Solve<true, Checks::AtEnd>(p, variables, degrees, random, &sweep, &clean);
+        } catch (...) {
+            clean = false;
+        }
         if (clean) return y;
+        ClearErrorFlags();
         Sweep one{sweep.slot, sweep.xs.subspan(sweep.done, 1), sweep.ys.subspan(sweep.done, 1)};
         y = SolveEachStep(p, variables, degrees, random, &one);
         if (++sweep.done == sweep.xs.size()) return y;
@@ -309,8 +331,11 @@ void Program::Link() {
         }
     }
     unchecked.clear();
-    for (const Step& s : steps)
+    stepsRaise = false;
+    for (const Step& s : steps) {
         if (s.op != Op::CheckVariable) unchecked.push_back(s);
+        stepsRaise |= s.op == Op::Call || s.op == Op::IntDiv || s.op == Op::IntMod || s.op == Op::Raise;
+    }
 }
 
 
@@ -319,6 +344,7 @@ double Program::Run(const Variables& variables, bool degrees, SingleRandom& rand
     if (!(kFlagsReadable && checksAtEnd && inputsDefined))
         return SolveEachStep(*this, variables, degrees, random, sweep);
     if (sweep) return SweepCheckingAtEnd(*this, variables, degrees, random, *sweep);
+    if (stepsRaise) return SolveCheckingAtEnd(*this, variables, degrees, random);
     return Solve<false, Checks::AtEnd>(*this, variables, degrees, random, nullptr, nullptr);
 }
 

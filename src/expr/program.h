@@ -75,6 +75,9 @@ struct Program {
     // and run again with every check when they show a fault. Not for a formula that draws
     // random numbers (the second run would draw others) or holds a constant that is not finite.
     bool checksAtEnd = true;
+    // Some step raises even then: a call through the function table, an integer division, or
+    // a failure the compiler found. Set by Link.
+    bool stepsRaise = false;
     // Literals and constants are filled in once; the steps write the rest.
     std::vector<double> registers;
     std::vector<std::string> messages;
