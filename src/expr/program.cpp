@@ -180,14 +180,24 @@ double Solve(Program& p, const Variables& variables, bool degrees, SingleRandom&
     const Step* s = first;
     double y = 0;
     // The swept variable takes its next value, if the formula reads it at all.
-    auto advance = [&] {
+    // Looked up once, so that the loop keeps fewer values in the processor's registers.
+    double* swept = nullptr;
+    const double* firstInput = nullptr;  // without inputs, no step takes `last`
+    if constexpr (kSweep) {
         for (const Program::Input& in : p.inputs)
-            if (in.slot.index == sweep->slot.index) r[in.reg] = sweep->xs[sweep->done];
-        if (!p.inputs.empty()) last = r[p.inputs.front().reg];
-        return !kAtEnd || std::isfinite(sweep->xs[sweep->done]);
+            if (in.slot.index == sweep->slot.index) swept = &r[in.reg];
+        if (!p.inputs.empty()) firstInput = &r[p.inputs.front().reg];
+    }
+    // Also takes the first input as the last value produced. A capture of `last` by reference
+    // kept it on the stack in every step.
+    auto advance = [sweep, swept, firstInput](double& next) {
+        const double x = sweep->xs[sweep->done];
+        if (swept) *swept = x;
+        if (firstInput) next = *firstInput;
+        return !kAtEnd || std::isfinite(x);
     };
     if constexpr (kSweep)
-        if (!advance()) return Fault<kSweep>(p, variables, degrees, random, clean);
+        if (!advance(last)) return Fault<kSweep>(p, variables, degrees, random, clean);
 #if defined(__GNUC__) && !defined(QUILLET_SWITCH_DISPATCH)
     // Each step jumps straight to the next one's code, which the processor predicts far better
     // than the single jump of a switch. Labels as values are a GNU extension; defining
@@ -227,7 +237,7 @@ Solved:
     if constexpr (kSweep) {
         sweep->ys[sweep->done] = y;
         if (++sweep->done < sweep->xs.size()) {
-            if (!advance()) return Fault<kSweep>(p, variables, degrees, random, clean);
+            if (!advance(last)) return Fault<kSweep>(p, variables, degrees, random, clean);
             s = first;
             goto Start;
         }
@@ -251,7 +261,7 @@ Solved:
         if constexpr (kSweep) {
             sweep->ys[sweep->done] = y;
             if (++sweep->done < sweep->xs.size()) {
-                if (!advance()) return Fault<kSweep>(p, variables, degrees, random, clean);
+                if (!advance(last)) return Fault<kSweep>(p, variables, degrees, random, clean);
                 continue;
             }
         }
