@@ -16,7 +16,7 @@ for name in $names; do
     perf report -i "$data/perf.data" --no-children --sort dso,symbol 2>/dev/null | awk -v name="$name" '
         /^#/ || NF < 4 { next }
         {
-            share = $1; sub(/%/, "", share); dso = $2; symbol = $4
+            share = $1; sub(/%/, "", share); share += 0; dso = $2; symbol = $4
             line = $0
             if (dso ~ /^libm/ || symbol ~ /_finite@plt|^(sin|cos|exp|log|pow|atan|tan|sincos)@plt/) {
                 libm += share
