@@ -1,8 +1,10 @@
 // clsEquation beside muparser on the same formulas: re-solving after X changes, one call over
-// an array of X values, and parsing plus solving a new formula. Prints the ratios at the end.
+// an array of X values, and parsing plus solving a new formula. Repetitions run interleaved;
+// the table at the end pairs them and gives each ratio's median and range.
 #include <benchmark/benchmark.h>
 #include <muParser.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -95,26 +97,59 @@ bool SameValues(const BenchFormula& f) {
     return std::fabs(a - b) <= 1e-12 * std::fabs(b);
 }
 
+// Keeps every repetition's CPU time per benchmark, in the order the repetitions ran; prints
+// only the machine's description, the table comes at the end.
 class Collect : public benchmark::ConsoleReporter {
 public:
-    Collect() : ConsoleReporter(OO_Tabular) {}
+    Collect() : ConsoleReporter(OO_None) {}
     void ReportRuns(const std::vector<Run>& runs) override {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run& r : runs) cpuNs[r.benchmark_name()] = r.GetAdjustedCPUTime();
+        for (const Run& r : runs)
+            if (r.run_type == Run::RT_Iteration && !r.error_occurred)
+                cpuNs[r.benchmark_name()].push_back(r.GetAdjustedCPUTime());
     }
-    std::map<std::string, double> cpuNs;
+    std::map<std::string, std::vector<double>> cpuNs;
 };
 
-void PrintRatios(const std::vector<BenchFormula>& formulas, std::map<std::string, double>& t) {
-    std::printf("\nCPU time; ratio = muparser / clsEquation (above 1: clsEquation is faster)\n");
-    std::printf("%-13s %28s %6s %12s %6s %32s %6s\n", "formula", "re-solve ns: clsEq / muparser", "ratio",
-                "array ns/X", "ratio", "parse+solve us: clsEq / muparser", "ratio");
+double Median(std::vector<double> v) {
+    if (v.empty()) return std::nan("");
+    std::sort(v.begin(), v.end());
+    const std::size_t n = v.size();
+    return n % 2 ? v[n / 2] : (v[n / 2 - 1] + v[n / 2]) / 2;
+}
+
+// The ratio muparser / clsEquation of each pair of repetitions: the i-th of one beside the
+// i-th of the other, which ran close in time when the repetitions are interleaved.
+std::vector<double> PairRatios(const std::vector<double>& quillet, const std::vector<double>& muparser,
+                               double quilletScale = 1) {
+    std::vector<double> ratios;
+    for (std::size_t i = 0; i < quillet.size() && i < muparser.size(); ++i)
+        ratios.push_back(muparser[i] / (quillet[i] * quilletScale));
+    return ratios;
+}
+
+void PrintRatios(const std::vector<BenchFormula>& formulas, std::map<std::string, std::vector<double>>& t) {
+    std::printf("\nCPU time, medians of %zu interleaved repetitions; ratio = muparser / clsEquation per pair of\n"
+                "repetitions (above 1: clsEquation is faster), its median and its range min-max\n",
+                t.empty() ? std::size_t{0} : t.begin()->second.size());
+    std::printf("%-13s %9s %9s %6s %13s | %9s %6s | %9s %9s %6s\n", "", "re-solve", "", "", "", "array",
+                "", "parse+", "solve us", "");
+    std::printf("%-13s %9s %9s %6s %13s | %9s %6s | %9s %9s %6s\n", "formula", "clsEq ns", "muparser", "ratio",
+                "min-max", "ns per X", "ratio", "clsEq", "muparser", "ratio");
     for (const auto& f : formulas) {
-        const double rq = t["resolve/quillet/" + f.name], rm = t["resolve/muparser/" + f.name];
-        const double aq = t["array/quillet/" + f.name] / kXCount;
-        const double pq = t["parse/quillet/" + f.name] / 1000, pm = t["parse/muparser/" + f.name] / 1000;
-        std::printf("%-13s %13.1f / %12.1f %6.2f %12.1f %6.2f %15.2f / %14.2f %6.2f\n", f.name.c_str(), rq, rm,
-                    rm / rq, aq, rm / aq, pq, pm, pm / pq);
+        const auto& rq = t["resolve/quillet/" + f.name];
+        const auto& rm = t["resolve/muparser/" + f.name];
+        const auto resolve = PairRatios(rq, rm);
+        const auto array = PairRatios(t["array/quillet/" + f.name], rm, 1.0 / kXCount);
+        const auto parse = PairRatios(t["parse/quillet/" + f.name], t["parse/muparser/" + f.name]);
+        const auto [lo, hi] = resolve.empty() ? std::pair(std::nan(""), std::nan(""))
+                                              : std::pair(*std::min_element(resolve.begin(), resolve.end()),
+                                                          *std::max_element(resolve.begin(), resolve.end()));
+        char range[32];
+        std::snprintf(range, sizeof range, "%.2f-%.2f", lo, hi);
+        std::printf("%-13s %9.1f %9.1f %6.2f %13s | %9.1f %6.2f | %9.2f %9.2f %6.2f\n", f.name.c_str(), Median(rq),
+                    Median(rm), Median(resolve), range, Median(t["array/quillet/" + f.name]) / kXCount,
+                    Median(array), Median(t["parse/quillet/" + f.name]) / 1000,
+                    Median(t["parse/muparser/" + f.name]) / 1000, Median(parse));
     }
 }
 
@@ -133,7 +168,14 @@ int main(int argc, char** argv) {
         benchmark::RegisterBenchmark(("parse/quillet/" + f.name).c_str(), QuilletParse, f);
         benchmark::RegisterBenchmark(("parse/muparser/" + f.name).c_str(), MuparserParse, f);
     }
-    benchmark::Initialize(&argc, argv);
+    // Defaults that the command line may override, as later flags win.
+    std::vector<char*> args{argv[0]};
+    std::string defaults[] = {"--benchmark_repetitions=21", "--benchmark_enable_random_interleaving=true",
+                              "--benchmark_min_time=0.05"};
+    for (auto& d : defaults) args.push_back(d.data());
+    for (int i = 1; i < argc; ++i) args.push_back(argv[i]);
+    int count = static_cast<int>(args.size());
+    benchmark::Initialize(&count, args.data());
     Collect reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     PrintRatios(formulas, reporter.cpuNs);

@@ -16,5 +16,5 @@ fi
 cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS_RELEASE="-O2 -DNDEBUG" \
     -DQUILLET_BUILD_BENCH=ON -DQUILLET_BUILD_TESTS=OFF -DQUILLET_BUILD_UI=OFF -DQUILLET_BUILD_FITTING=OFF \
     -DQUILLET_BUILD_FUZZ=OFF >/dev/null
-ninja -C "$build" -j2 expr_bench
+ninja -C "$build" -j1 expr_bench
 "$build/bench/expr_bench" "$@"

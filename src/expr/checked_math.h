@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "env/errors.h"
+#include "expr/libm_entry.h"
 #include "expr/square.h"
 
 namespace quillet::expr {
@@ -27,20 +28,26 @@ inline double Div(double a, double b) {
         RaiseArithmetic(a == 0 ? err::Overflow : err::DivisionByZero);
     return Finite(a / b);
 }
-// a^2 exactly as pow gives it, mostly without calling it.
-inline double Square(double a) {
+// a^2 exactly as pow gives it, mostly without calling it; not checked.
+inline double SquareUnchecked(double a) {
     double square;
     if (SquareAsPowGivesIt(a, square)) return square;
     // Hidden from the optimizer, which would otherwise turn pow(a, 2) into a * a.
     volatile double two = 2;
-    return Finite(std::pow(a, two));
+    return LibPow(a, two);
 }
-inline double Pow(double a, double b) { return b == 2 ? Square(a) : Finite(std::pow(a, b)); }
-inline double Exp(double x) { return Finite(std::exp(x)); }
+inline double PowUnchecked(double a, double b) { return b == 2 ? SquareUnchecked(a) : LibPow(a, b); }
+// The fast squares stay below 2^64: only the library's can overflow.
+inline double Square(double a) {
+    double square;
+    return SquareAsPowGivesIt(a, square) ? square : Finite(SquareUnchecked(a));
+}
+inline double Pow(double a, double b) { return Finite(PowUnchecked(a, b)); }
+inline double Exp(double x) { return Finite(LibExp(x)); }
 inline double Log(double x) {
     if (!(x > 0)) [[unlikely]]
         RaiseArithmetic(err::InvalidCall);
-    return std::log(x);
+    return LibLog(x);
 }
 inline double Sqr(double x) {
     if (x < 0) [[unlikely]]

@@ -1,9 +1,11 @@
 #include "expr/compiler.h"
 
 #include <cmath>
+#include <cstring>
 #include <map>
 
 #include "expr/errors.h"
+#include "expr/flat_index.h"
 
 namespace quillet::expr {
 
@@ -46,7 +48,23 @@ Op OpOf(std::string_view opener) {
     if (opener == "exp(") return Op::Exp;
     if (opener == "sin(") return Op::Sin;
     if (opener == "cos(") return Op::Cos;
+    if (opener == "abs(") return Op::Abs;
+    if (opener == "sqr(") return Op::Sqr;
+    if (opener == "log(" || opener == "ln(") return Op::Log;
+    if (opener == "atn(" || opener == "arctan(") return Op::Atn;
+    if (opener == "tan(") return Op::Tan;
+    if (opener == "sgn(") return Op::Sgn;
+    if (opener == "min(") return Op::Min;
+    if (opener == "max(") return Op::Max;
     return Op::Call;
+}
+
+// Steps whose value depends on their operands alone (and the angle unit, fixed during a solve).
+// One that repeats an earlier step on the same registers gives the same value and would have
+// raised at the earlier one already, so the earlier one's register serves both. Sin and cos
+// pair up their own way.
+bool Reusable(Op op) {
+    return op <= Op::Negate || op == Op::Exp || (op >= Op::Abs && op <= Op::Sgn) || op == Op::Min || op == Op::Max;
 }
 
 // Plus or minus 2^k with both it and its reciprocal normal numbers.
@@ -78,6 +96,7 @@ private:
     int ClosingOf(std::size_t step) const;
     void Group(int pos, int close);
     void Function(int pos, int close);
+    std::uint32_t Trigonometric(Op op, std::uint32_t x, std::uint32_t y, FunctionFn fn);
     void Name(int pos);
     struct Variable {
         std::uint32_t reg;
@@ -92,7 +111,11 @@ private:
     std::vector<Entry> work_;
     Program p_;
     std::vector<bool> constant_;  // per register: fixed by the formula alone
+    FlatIndex constantsByBits_;  // one register per constant value
+    FlatIndex reusable_;         // a reusable step's register by its op and operands
     std::map<std::string, Variable, std::less<>> variablesByName_;
+    // A Sin or Cos step by its argument and op, until the other of the two joins it.
+    std::map<std::pair<std::uint32_t, Op>, std::size_t> trigonometric_;
     std::uint32_t result_ = 0;  // the register of the solution
 };
 
@@ -121,7 +144,15 @@ int Compiler::PreviousFilled(int pos) const {
     return -1;
 }
 
+// A constant already held keeps its register, so that steps on equal constants look equal.
 std::uint32_t Compiler::Register(double initial, bool constant) {
+    if (constant) {
+        std::uint64_t bits = 0;
+        std::memcpy(&bits, &initial, sizeof bits);
+        const auto next = static_cast<std::uint32_t>(p_.registers.size());
+        if (const std::uint32_t reg = constantsByBits_.FindOrAdd(bits, next); reg != next) return reg;
+        if (!std::isfinite(initial)) p_.checksAtEnd = false;
+    }
     p_.registers.push_back(initial);
     constant_.push_back(constant);
     return static_cast<std::uint32_t>(p_.registers.size() - 1);
@@ -146,6 +177,13 @@ std::uint32_t Compiler::Arithmetic(Op op, std::uint32_t a, std::uint32_t b) {
 }
 
 std::uint32_t Compiler::Emit(Op op, std::uint32_t a, std::uint32_t b, FunctionFn fn) {
+    // Six bits of op and 29 of each register make the key; beyond that, steps are not shared.
+    static_assert(static_cast<int>(Op::End) < 64);
+    if (Reusable(op) && a < (1u << 29) && b < (1u << 29)) {
+        const std::uint64_t key = std::uint64_t{static_cast<std::uint8_t>(op)} << 58 | std::uint64_t{a} << 29 | b;
+        const auto next = static_cast<std::uint32_t>(p_.registers.size());
+        if (const std::uint32_t reg = reusable_.FindOrAdd(key, next); reg != next) return reg;
+    }
     const std::uint32_t out = op == Op::CheckVariable ? 0 : Register();
     p_.steps.push_back(Step{op, Fresh::None, 0, out, a, b, fn});
     return out;
@@ -230,8 +268,29 @@ void Compiler::Function(int pos, int close) {
     const std::uint32_t y = Read(last);
     FunctionFn fn = FindFunction(opener);
     if (!fn) throw Failure{eqerr::UndefinedFunction, "Sorry Undefined Function: " + opener + ")"};
+    if (DrawsRandomNumbers(opener)) p_.checksAtEnd = false;
     work_[Ix(first)] = work_[Ix(last)] = work_[Ix(close)] = Entry{};
-    work_[Ix(pos)] = Entry::Result(Emit(OpOf(opener), x, y, fn));
+    const Op op = OpOf(opener);
+    const bool trigonometric = op == Op::Sin || op == Op::Cos;
+    work_[Ix(pos)] = Entry::Result(trigonometric ? Trigonometric(op, x, y, fn) : Emit(op, x, y, fn));
+}
+
+// sin and cos of one register come from one call at the first of the two. The second's result
+// is thus written earlier, which no step can see: its register is new.
+std::uint32_t Compiler::Trigonometric(Op op, std::uint32_t x, std::uint32_t y, FunctionFn fn) {
+    const auto partner = trigonometric_.find({x, op == Op::Sin ? Op::Cos : Op::Sin});
+    if (partner == trigonometric_.end()) {
+        const std::uint32_t out = Emit(op, x, y, fn);
+        trigonometric_.emplace(std::pair{x, op}, p_.steps.size() - 1);
+        return out;
+    }
+    Step& first = p_.steps[partner->second];
+    const std::uint32_t out = Register();
+    first.b = op == Op::Cos ? out : first.out;
+    first.out = op == Op::Sin ? out : first.out;
+    first.op = Op::SinCos;
+    trigonometric_.erase(partner);
+    return out;
 }
 
 // A variable's value is read once per solve; each place that names it checks it is defined.
@@ -251,6 +310,7 @@ void Compiler::Name(int pos) {
     std::uint32_t reg = 0;
     if (name == "rnd") {
         reg = Emit(Op::Random);
+        p_.checksAtEnd = false;
     } else if (FindConstant(name, constant)) {
         reg = Register(constant, true);
     } else {

@@ -31,8 +31,8 @@ struct Entry {
 // In the order in which openers are tried.
 constexpr Entry kFunctions[] = {
     {"abs(", [](const FunctionCall& c) { return std::fabs(c.x); }},
-    {"atn(", [](const FunctionCall& c) { return AngleOut(c, Atn(c.x)); }},
-    {"arctan(", [](const FunctionCall& c) { return AngleOut(c, Atn(c.x)); }},
+    {"atn(", [](const FunctionCall& c) { return ArcTangent(c.x, c.degrees); }},
+    {"arctan(", [](const FunctionCall& c) { return ArcTangent(c.x, c.degrees); }},
     {"cos(", [](const FunctionCall& c) { return Cosine(c.x, c.degrees); }},
     {"exp(", [](const FunctionCall& c) { return Exp(c.x); }},
     {"fix(", [](const FunctionCall& c) { return std::trunc(c.x); }},
@@ -42,9 +42,9 @@ constexpr Entry kFunctions[] = {
     {"sgn(", [](const FunctionCall& c) { return Sgn(c.x); }},
     {"sin(", [](const FunctionCall& c) { return Sine(c.x, c.degrees); }},
     {"sqr(", [](const FunctionCall& c) { return Sqr(c.x); }},
-    {"tan(", [](const FunctionCall& c) { return Finite(std::tan(AngleIn(c))); }},
-    {"min(", [](const FunctionCall& c) { return c.x < c.y ? c.x : c.y; }},
-    {"max(", [](const FunctionCall& c) { return c.x > c.y ? c.x : c.y; }},
+    {"tan(", [](const FunctionCall& c) { return Tangent(c.x, c.degrees); }},
+    {"min(", [](const FunctionCall& c) { return Smaller(c.x, c.y); }},
+    {"max(", [](const FunctionCall& c) { return Larger(c.x, c.y); }},
     {"random(", [](const FunctionCall& c) { return Add(Mul(Rnd(c), Sub(c.y, c.x)), c.x); }},
     {"mod(", [](const FunctionCall& c) { return IntMod(c.x, c.y); }},
     {"logn(", [](const FunctionCall& c) { return Div(Log(c.x), Log(c.y)); }},
@@ -87,6 +87,10 @@ FunctionFn FindFunction(std::string_view opener) {
     for (const auto& f : kFunctions)
         if (f.opener == opener) return f.fn;
     return nullptr;
+}
+
+bool DrawsRandomNumbers(std::string_view opener) {
+    return opener == "rnd(" || opener == "random(" || opener == "rand(";
 }
 
 bool FindConstant(std::string_view name, double& value) {

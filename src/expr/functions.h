@@ -14,9 +14,15 @@ inline constexpr double kD = 57.29577951308238;
 
 // An angle in the current unit, in radians.
 inline double AngleIn(double x, bool degrees) { return degrees ? Mul(x, kR) : x; }
-// The table's "sin(" and "cos(", shared with the ops a compiled formula has for them.
+// The table's "sin(", "cos(", "tan(", "min(" and "max(", shared with the ops a compiled formula
+// has for them.
 inline double Sine(double x, bool degrees) { return std::sin(AngleIn(x, degrees)); }
 inline double Cosine(double x, bool degrees) { return std::cos(AngleIn(x, degrees)); }
+inline double Tangent(double x, bool degrees) { return Finite(std::tan(AngleIn(x, degrees))); }
+inline double Smaller(double x, double y) { return x < y ? x : y; }
+inline double Larger(double x, double y) { return x > y ? x : y; }
+// The table's "atn(" and "arctan(": the angle in the current unit.
+inline double ArcTangent(double x, bool degrees) { return degrees ? Mul(Atn(x), kD) : Atn(x); }
 
 struct FunctionCall {
     double x;  // the first argument
@@ -29,6 +35,8 @@ using FunctionFn = double (*)(const FunctionCall&);
 
 // nullptr for an opener that is not in the table.
 FunctionFn FindFunction(std::string_view opener);
+// True for the functions that draw from the random sequence.
+bool DrawsRandomNumbers(std::string_view opener);
 
 // "pi", "w" and "e"; false for any other name. "rnd" is a new random number each time.
 bool FindConstant(std::string_view name, double& value);

@@ -21,7 +21,10 @@ enum class Op : std::uint8_t {
     TimesTenToMinus,  // "<": a * 10^-b
     Negate,
     Random,         // the constant "rnd"
-    Exp, Sin, Cos,  // functions common in fitted models, without a call through the table
+    // Functions common in formulas, without a call through the table
+    Exp, Sin, Cos, Abs, Sqr, Log, Atn, Tan, Sgn,
+    SinCos,         // sin(a) and cos(a) in one call: the sine to `out`, the cosine to register b
+    Min, Max,       // of the first and the last argument, in registers a and b
     Call,           // a function of the table with its first and last argument
     CheckVariable,  // raises 1102 when the variable in slot `a` is undefined
     Raise,          // raises number `a`
@@ -41,7 +44,7 @@ struct Step {
     std::uint8_t code = 0;  // where the dispatch finds the step's work: set by Link
     std::uint32_t out = 0;  // the register written
     std::uint32_t a = 0;    // registers read; slot, number or message where the op says so
-    std::uint32_t b = 0;    // for CheckVariable and Raise: the message
+    std::uint32_t b = 0;    // for CheckVariable and Raise: the message; written by SinCos
     FunctionFn fn = nullptr;
 };
 
@@ -68,6 +71,13 @@ struct Program {
     // Known true once every input was found defined; setting a variable cannot undo that, so
     // only removing variables must clear it.
     bool inputsDefined = false;
+    // A solve may check the processor's flags once at its end instead of each step's result,
+    // and run again with every check when they show a fault. Not for a formula that draws
+    // random numbers (the second run would draw others) or holds a constant that is not finite.
+    bool checksAtEnd = true;
+    // Some step raises even then: a call through the function table, an integer division, or
+    // a failure the compiler found. Set by Link.
+    bool stepsRaise = false;
     // Literals and constants are filled in once; the steps write the rest.
     std::vector<double> registers;
     std::vector<std::string> messages;
@@ -75,7 +85,8 @@ struct Program {
     // Marks fresh operands and sets each step's code; once, after the steps are complete.
     void Link();
     // Raises the numbered errors of the expression class, at the step where they arise. With a
-    // sweep, solves once for each of its values, with the variable otherwise as it is.
+    // sweep, solves once for each of its values, with the variable otherwise as it is. May clear
+    // the processor's flags for overflow, division by zero and invalid operations.
     double Run(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep = nullptr);
 };
 
