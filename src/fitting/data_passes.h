@@ -17,8 +17,8 @@ int PartsFor(std::size_t n);
 // the list has its exception rethrown, so errors come in the order of the data.
 void RunSideBySide(const std::vector<std::function<void()>>& jobs);
 
-// Calls visit(part, first, rows) for every block of every part; part 0 on this thread, the
-// others on threads of their own. Blocks of one part come in order.
+// Calls visit(part, first, rows) for every block of every part; the first part on this thread,
+// the others on threads of their own. Blocks of one part come in order.
 void PassInParts(std::size_t n, int parts, const std::function<void(int, std::size_t, std::size_t)>& visit);
 
 }  // namespace quillet::fitting
