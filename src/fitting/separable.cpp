@@ -106,6 +106,16 @@ struct PowerSplit {
     static void ByModel(const double*, const double*, double* d) { d[0] = 1; }
 };
 
+// A sine term's coefficients a = A cos C, b = A sin C by its amplitude A (group 0) and phase C
+// (group 2), into rows 0 and 1 of a term's d z / d q with `groups` columns.
+void PhaseByModel(const double* c, double* d, int groups) {
+    const double phase = std::atan2(c[1], c[0]);
+    d[0] = std::cos(phase);
+    d[2] = -c[1];
+    d[groups + 0] = std::sin(phase);
+    d[groups + 2] = c[0];
+}
+
 struct SineSplit {
     static constexpr int kBasis = 2, kShapes = 1;
     static constexpr std::array<int, 1> kShapeGroups = {1};  // B
@@ -122,13 +132,8 @@ struct SineSplit {
         q[1] = a[0];
         q[2] = std::atan2(c[1], c[0]);
     }
-    // a = A cos C, b = A sin C.
     static void ByModel(const double*, const double* c, double* d) {
-        const double phase = std::atan2(c[1], c[0]);
-        d[0 * 3 + 0] = std::cos(phase);
-        d[0 * 3 + 2] = -c[1];
-        d[1 * 3 + 0] = std::sin(phase);
-        d[1 * 3 + 2] = c[0];
+        PhaseByModel(c, d, 3);
         d[2 * 3 + 1] = 1;
     }
 };
@@ -154,11 +159,7 @@ struct SineExponentialSplit {
         q[3] = a[1];
     }
     static void ByModel(const double*, const double* c, double* d) {
-        const double phase = std::atan2(c[1], c[0]);
-        d[0 * 4 + 0] = std::cos(phase);
-        d[0 * 4 + 2] = -c[1];
-        d[1 * 4 + 0] = std::sin(phase);
-        d[1 * 4 + 2] = c[0];
+        PhaseByModel(c, d, 4);
         d[2 * 4 + 1] = 1;
         d[3 * 4 + 3] = 1;
     }
