@@ -1,5 +1,7 @@
 #include "ui/calculator_page.h"
 
+#include <QTimer>
+
 #include <QComboBox>
 #include <QFileSystemModel>
 #include <QGridLayout>
@@ -17,6 +19,13 @@
 #include "ui/form_binder.h"
 
 namespace quillet::ui {
+
+namespace {
+
+// How long the tree keeps a folder it was told to show in view while it reads in the background.
+constexpr qint64 kFollowMs = 1500;
+
+}  // namespace
 
 QString PatternOf(const QString& entry) {
     const auto open = entry.lastIndexOf('(');
@@ -109,6 +118,15 @@ void CalculatorPage::showEvent(QShowEvent* event) {
         list_->setModel(files_);
         // A folder read in the background may now hold the file the model has selected.
         connect(files_, &QFileSystemModel::directoryLoaded, this, [this] { ShowModel(); });
+        // The tree reads the way down to the current folder in the background, and sorts each
+        // folder it reads: that moves its rows, so the folder is scrolled into view again
+        // meanwhile, for a moment only, so as not to take the tree from a person browsing it.
+        auto follow = [this] {
+            if (following_.isValid() && following_.elapsed() < kFollowMs)
+                QTimer::singleShot(0, this, [this] { ScrollToFolder(); });
+        };
+        connect(folders_, &QAbstractItemModel::rowsInserted, this, follow);
+        connect(folders_, &QAbstractItemModel::layoutChanged, this, follow);
         connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this,
                 [this](const QModelIndex& i) { PickFolder(folders_->filePath(i)); });
         connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this,
@@ -116,6 +134,15 @@ void CalculatorPage::showEvent(QShowEvent* event) {
         ShowModel();
     }
     QWidget::showEvent(event);
+}
+
+// The first scroll opens the folders above, whose rows the tree lays out only later; the
+// second finds the folder's row among them.
+void CalculatorPage::ScrollToFolder() {
+    const QModelIndex folder = folders_->index(files_->rootPath());
+    tree_->scrollTo(folder);
+    tree_->doItemsLayout();
+    tree_->scrollTo(folder);
 }
 
 void CalculatorPage::PickFolder(const QString& path) {
@@ -147,6 +174,7 @@ void CalculatorPage::ShowModel() {
         const QModelIndex dir = folders_->index(folder);
         tree_->setCurrentIndex(dir);
         tree_->scrollTo(dir);
+        following_.start();
         list_->setRootIndex(files_->setRootPath(folder));
     }
     const QString file = QString::fromStdString(f.calcSelectedFile);

@@ -2,6 +2,7 @@
 // The "Calculator" tab: a folder tree and a file list filtered by cboPatterns in place of the
 // drive, folder and file lists; the X box, the button and the two result boxes. The lists
 // read the disk from the tab's first showing on.
+#include <QElapsedTimer>
 #include <QWidget>
 
 class QFileSystemModel;
@@ -23,6 +24,7 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    void ScrollToFolder();
     void PickFolder(const QString& path);
     void PickFile(const QString& name);
     void ShowModel();
@@ -31,6 +33,7 @@ private:
     QFileSystemModel* folders_ = nullptr;
     QFileSystemModel* files_ = nullptr;
     QTreeView* tree_;
+    QElapsedTimer following_;  // since the tree was last told to show a folder
     QListView* list_;
 };
 
