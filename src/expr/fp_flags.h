@@ -1,10 +1,14 @@
 #pragma once
+#include <cmath>  // defines __GLIBC__ where it applies
+
 // The processor's sticky flags for overflow, division by zero and invalid operations. A solve
 // that checks only at its end reads them once after: with finite inputs, any step that would
 // have raised leaves one of them set (or raises itself). Reading them costs about as much as
 // three steps, so they are cleared only after a solve found them set, not before each one:
-// flags that other code left set cost one solve done twice.
-#if defined(__x86_64__) && defined(__GNUC__)
+// flags that other code left set cost one solve done twice. Only with the GNU C library, whose
+// exp, log and pow raise the flags on overflow: the Windows runtime's exp overflows to infinity
+// without raising them.
+#if defined(__x86_64__) && defined(__GNUC__) && defined(__GLIBC__)
 #include <immintrin.h>
 
 namespace quillet::expr {
