@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <condition_variable>
+#include <exception>
 #include <iterator>
 #include <mutex>
 #include <thread>
@@ -60,16 +61,23 @@ void WriteRowsInTwo(const CompletedFit& fit, std::size_t pieces, const ByteSink&
     std::mutex lock;
     std::condition_variable changed;
     std::string handed;
+    std::exception_ptr failure;  // the other thread's, such as running out of memory
     bool full = false, stop = false;
     std::thread other([&] {
-        std::string piece;
-        for (std::size_t p = 1; p < pieces; p += 2) {
-            FormatRows(fit, p * kRowsPerPiece, PieceEnd(fit, p), piece);
-            std::unique_lock<std::mutex> hold(lock);
-            changed.wait(hold, [&] { return !full || stop; });
-            if (stop) return;
-            handed.swap(piece);
-            full = true;
+        try {
+            std::string piece;
+            for (std::size_t p = 1; p < pieces; p += 2) {
+                FormatRows(fit, p * kRowsPerPiece, PieceEnd(fit, p), piece);
+                std::unique_lock<std::mutex> hold(lock);
+                changed.wait(hold, [&] { return !full || stop; });
+                if (stop) return;
+                handed.swap(piece);
+                full = true;
+                changed.notify_all();
+            }
+        } catch (...) {
+            const std::lock_guard<std::mutex> hold(lock);
+            failure = std::current_exception();
             changed.notify_all();
         }
     });
@@ -81,7 +89,8 @@ void WriteRowsInTwo(const CompletedFit& fit, std::size_t pieces, const ByteSink&
             if (p + 1 == pieces) break;
             {
                 std::unique_lock<std::mutex> hold(lock);
-                changed.wait(hold, [&] { return full; });
+                changed.wait(hold, [&] { return full || failure; });
+                if (failure) std::rethrow_exception(failure);
                 theirs.swap(handed);
                 full = false;
                 changed.notify_all();
