@@ -36,15 +36,7 @@ class StartSettings : public testing::FormFixture {
 protected:
     StartSettings() { std::filesystem::create_directories(program + "/demos"); }
 
-    void NewState(FileRegistry& store) {
-        s = AppState{};
-        s.env.dialogs = &dialogs;
-        s.env.clock = &clock;
-        s.env.registry = &store;
-        s.env.programDir = program;
-        s.env.parentDir = program + "/..";
-        s.env.currentFolder = dir.path();
-    }
+    void NewState(FileRegistry& store) { StartAnew(store, program); }
 
     std::string program = dir / "Quillet";
     std::string hives = dir / "hive";

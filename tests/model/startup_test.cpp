@@ -24,15 +24,7 @@ protected:
     }
 
     // A new program state, as at the next start of the program.
-    void Reset() {
-        s = AppState{};
-        s.env.dialogs = &dialogs;
-        s.env.clock = &clock;
-        s.env.registry = &hive;
-        s.env.programDir = program;
-        s.env.parentDir = program + "/..";
-        s.env.currentFolder = dir.path();
-    }
+    void Reset() { StartAnew(hive, program); }
 
     // A Power response with 7 terms as program/folder/name, the last file of the run before.
     void SaveLastFile(const std::string& folder, const std::string& name) {

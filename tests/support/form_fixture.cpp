@@ -23,6 +23,16 @@ std::string FormFixture::PutFile(const std::string& name, const std::string& byt
     return dir / name;
 }
 
+void FormFixture::StartAnew(RegistryBackend& store, const std::string& program) {
+    s = AppState{};
+    s.env.dialogs = &dialogs;
+    s.env.clock = &clock;
+    s.env.registry = &store;
+    s.env.programDir = program;
+    s.env.parentDir = program + "/..";
+    s.env.currentFolder = dir.path();
+}
+
 void FormFixture::ReadInto(const std::string& folder, const std::string& name) {
     LineReader in = LineReader::Open(JoinPath(folder, name));
     FileReadMe(s, in, name, folder);

@@ -3,6 +3,7 @@
 // folder a fresh temporary folder.
 #include <gtest/gtest.h>
 
+#include "env/registry_backend.h"
 #include "model/app_state.h"
 #include "support/fake_dialogs.h"
 #include "support/test_registry.h"
@@ -17,6 +18,8 @@ class FormFixture : public ::testing::Test {
     std::string PutFile(const std::string& name, const std::string& bytes);
     // Reads `name` from `folder` into the record, as Open does.
     void ReadInto(const std::string& folder, const std::string& name);
+    // A new program state, as at a start of the program in `program` with settings in `store`.
+    void StartAnew(RegistryBackend& store, const std::string& program);
 
     TempDir dir;
     FakeDialogs dialogs;
