@@ -315,6 +315,57 @@ Solved:
     }
 }
 
+// Making machine code costs about as much as a few thousand interpreted steps.
+constexpr std::size_t kSolvesBeforeNative = 16;
+
+bool UseNative(Program& p, bool degrees, const Sweep* sweep) {
+    if (p.native) return p.nativeDegrees == degrees;
+    p.solves += sweep ? sweep->xs.size() : 1;
+    if (p.nativeTried || p.solves < kSolvesBeforeNative) return false;
+    p.nativeTried = true;
+    p.native = MakeNativeCode(p, degrees);
+    p.nativeDegrees = degrees;
+    return p.native != nullptr;
+}
+
+// The inputs go to their registers as the interpreter reads them; false when one is not finite,
+// a fault. A sweep's own variable takes the sweep's values instead.
+bool ReadInputs(Program& p, const Variables& variables, const Sweep* sweep) {
+    double* const r = p.registers.data();
+    bool finite = true;
+    for (const Program::Input& in : p.inputs) {
+        r[in.reg] = variables.Value(in.slot);
+        if (!sweep || in.slot.index != sweep->slot.index) finite &= std::isfinite(r[in.reg]);
+    }
+    return finite;
+}
+
+// As SweepCheckingAtEnd: a value that faults is solved again with every check, which raises
+// with the sweep stopped at it, or gives its value.
+double SweepNative(Program& p, const Variables& variables, bool degrees, SingleRandom& random, Sweep& sweep) {
+    if (!ReadInputs(p, variables, &sweep)) return SweepCheckingAtEnd(p, variables, degrees, random, sweep);
+    double* const r = p.registers.data();
+    double* swept = nullptr;
+    for (const Program::Input& in : p.inputs)
+        if (in.slot.index == sweep.slot.index) swept = &r[in.reg];
+    double y = 0;
+    for (; sweep.done < sweep.xs.size(); ++sweep.done) {
+        const double x = sweep.xs[sweep.done];
+        if (swept) *swept = x;
+        if (std::isfinite(x)) {
+            y = (*p.native)(r);
+            if (!ErrorFlagged(y) && std::isfinite(y)) {
+                sweep.ys[sweep.done] = y;
+                continue;
+            }
+        }
+        ClearErrorFlags();
+        Sweep one{sweep.slot, sweep.xs.subspan(sweep.done, 1), sweep.ys.subspan(sweep.done, 1)};
+        y = SolveEachStep(p, variables, degrees, random, &one);
+    }
+    return y;
+}
+
 [[gnu::noinline]] bool AllDefined(const std::vector<Program::Input>& inputs, const Variables& variables) {
     bool all = true;
     for (const Program::Input& in : inputs) all &= variables.Defined(in.slot);
@@ -349,10 +400,21 @@ void Program::Link() {
 }
 
 
-double Program::Run(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep) {
+double Program::RunNative(const Variables& variables, bool degrees, SingleRandom& random) {
+    if (!ReadInputs(*this, variables, nullptr)) [[unlikely]]
+        return SolveAgainWithEveryCheck(*this, variables, degrees, random);
+    double y = (*native)(registers.data());
+    if (ErrorFlagged(y) || !std::isfinite(y)) [[unlikely]]
+        return SolveAgainWithEveryCheck(*this, variables, degrees, random);
+    return y;
+}
+
+double Program::RunAny(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep) {
     if (!inputsDefined) inputsDefined = AllDefined(inputs, variables);
     if (!(kFlagsReadable && checksAtEnd && inputsDefined))
         return SolveEachStep(*this, variables, degrees, random, sweep);
+    if (UseNative(*this, degrees, sweep))
+        return sweep ? SweepNative(*this, variables, degrees, random, *sweep) : RunNative(variables, degrees, random);
     if (sweep) return SweepCheckingAtEnd(*this, variables, degrees, random, *sweep);
     if (stepsRaise) return SolveCheckingAtEnd(*this, variables, degrees, random);
     return Solve<false, Checks::AtEnd>(*this, variables, degrees, random, nullptr, nullptr);

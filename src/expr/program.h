@@ -3,11 +3,13 @@
 // which the collapse consumes and fills entries depends only on the formula, so a solve is
 // one pass over the steps: no allocation, no text, no search.
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "expr/functions.h"
+#include "expr/native.h"
 #include "expr/random.h"
 #include "expr/variables.h"
 
@@ -81,13 +83,26 @@ struct Program {
     // Literals and constants are filled in once; the steps write the rest.
     std::vector<double> registers;
     std::vector<std::string> messages;
+    // Machine code for the steps, made once the formula has been solved often enough to pay
+    // for it, for the angle unit of that moment.
+    std::shared_ptr<const NativeCode> native;
+    bool nativeDegrees = false;
+    bool nativeTried = false;
+    std::size_t solves = 0;
 
     // Marks fresh operands and sets each step's code; once, after the steps are complete.
     void Link();
     // Raises the numbered errors of the expression class, at the step where they arise. With a
     // sweep, solves once for each of its values, with the variable otherwise as it is. May clear
     // the processor's flags for overflow, division by zero and invalid operations.
-    double Run(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep = nullptr);
+    double Run(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep = nullptr) {
+        if (native && !sweep && inputsDefined && nativeDegrees == degrees) return RunNative(variables, degrees, random);
+        return RunAny(variables, degrees, random, sweep);
+    }
+
+private:
+    double RunNative(const Variables& variables, bool degrees, SingleRandom& random);
+    double RunAny(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep);
 };
 
 }  // namespace quillet::expr
