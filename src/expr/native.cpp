@@ -88,12 +88,20 @@ public:
     bool Write(CodeHolder& code) {
         x86::Compiler cc(&code);
         cc_ = &cc;
-        FuncNode* fn = cc.addFunc(FuncSignatureT<double, double*>(CallConvId::kHost));
+        FuncNode* fn = cc.addFunc(FuncSignatureT<double, const double*, double*>(CallConvId::kHost));
+        x86::Gp values = cc.newIntPtr("values");
         base_ = cc.newIntPtr("registers");
-        fn->setArg(0, base_);
+        fn->setArg(0, values);
+        fn->setArg(1, base_);
+        const x86::Xmm finite = ReadInputs(values);
         for (const Step& s : p_.unchecked) {
             if (s.op == Op::End) {
-                cc.ret(Value(s.a));
+                // Times one (exactly the solution) when every input is finite, else not a number.
+                x86::Xmm one = Copy(finite);
+                cc.addsd(one, Constant(1.0));
+                x86::Xmm y = Copy(Value(s.a));
+                cc.mulsd(y, one);
+                cc.ret(y);
                 break;
             }
             if (!HasMachineForm(s.op)) return false;
@@ -104,6 +112,22 @@ public:
     }
 
 private:
+    // Each input from its slot, and the sum of the inputs times zero: zero when they are all
+    // finite, not a number otherwise. Checked at the end: a branch here cost more.
+    x86::Xmm ReadInputs(const x86::Gp& values) {
+        x86::Xmm sum = cc_->newXmmSd();
+        cc_->xorpd(sum, sum);
+        for (const Program::Input& in : p_.inputs) {
+            x86::Xmm v = cc_->newXmmSd();
+            cc_->movsd(v, x86::ptr(values, static_cast<std::int32_t>(in.slot.index * sizeof(double))));
+            values_[in.reg] = v;
+            x86::Xmm zero = Copy(v);
+            cc_->mulsd(zero, Constant(0.0));
+            cc_->addsd(sum, zero);
+        }
+        return sum;
+    }
+
     x86::Xmm Value(std::uint32_t reg) {
         if (!values_[reg]) {
             x86::Xmm v = cc_->newXmmSd();

@@ -9,9 +9,10 @@ namespace quillet::expr {
 
 struct Program;
 
-// Reads the inputs and literals from the program's registers, writes only where a step that
-// gives two values puts its second, and returns the solution.
-using NativeFn = double (*)(double* registers);
+// Reads the inputs from the variables' values by slot and the literals from the program's
+// registers, writes only where a step that gives two values puts its second, and returns the
+// solution: not a number when an input is not finite.
+using NativeFn = double (*)(const double* values, double* registers);
 
 class NativeCode {
 public:
@@ -19,7 +20,7 @@ public:
     ~NativeCode();
     NativeCode(const NativeCode&) = delete;
     NativeCode& operator=(const NativeCode&) = delete;
-    double operator()(double* registers) const { return fn_(registers); }
+    double operator()(const double* values, double* registers) const { return fn_(values, registers); }
 
 private:
     NativeFn fn_;

@@ -328,36 +328,19 @@ bool UseNative(Program& p, bool degrees, const Sweep* sweep) {
     return p.native != nullptr;
 }
 
-// The inputs go to their registers as the interpreter reads them; false when one is not finite,
-// a fault. A sweep's own variable takes the sweep's values instead.
-bool ReadInputs(Program& p, const Variables& variables, const Sweep* sweep) {
-    double* const r = p.registers.data();
-    bool finite = true;
-    for (const Program::Input& in : p.inputs) {
-        r[in.reg] = variables.Value(in.slot);
-        if (!sweep || in.slot.index != sweep->slot.index) finite &= std::isfinite(r[in.reg]);
-    }
-    return finite;
-}
-
 // As SweepCheckingAtEnd: a value that faults is solved again with every check, which raises
-// with the sweep stopped at it, or gives its value.
+// with the sweep stopped at it, or gives its value. The machine code reads the swept value
+// from a copy of the variables.
 double SweepNative(Program& p, const Variables& variables, bool degrees, SingleRandom& random, Sweep& sweep) {
-    if (!ReadInputs(p, variables, &sweep)) return SweepCheckingAtEnd(p, variables, degrees, random, sweep);
+    std::vector<double> values = variables.Values();
     double* const r = p.registers.data();
-    double* swept = nullptr;
-    for (const Program::Input& in : p.inputs)
-        if (in.slot.index == sweep.slot.index) swept = &r[in.reg];
     double y = 0;
     for (; sweep.done < sweep.xs.size(); ++sweep.done) {
-        const double x = sweep.xs[sweep.done];
-        if (swept) *swept = x;
-        if (std::isfinite(x)) {
-            y = (*p.native)(r);
-            if (!ErrorFlagged(y) && std::isfinite(y)) {
-                sweep.ys[sweep.done] = y;
-                continue;
-            }
+        values[sweep.slot.index] = sweep.xs[sweep.done];
+        y = (*p.native)(values.data(), r);
+        if (!ErrorFlagged(y) && std::isfinite(y)) {
+            sweep.ys[sweep.done] = y;
+            continue;
         }
         ClearErrorFlags();
         Sweep one{sweep.slot, sweep.xs.subspan(sweep.done, 1), sweep.ys.subspan(sweep.done, 1)};
@@ -400,13 +383,8 @@ void Program::Link() {
 }
 
 
-double Program::RunNative(const Variables& variables, bool degrees, SingleRandom& random) {
-    if (!ReadInputs(*this, variables, nullptr)) [[unlikely]]
-        return SolveAgainWithEveryCheck(*this, variables, degrees, random);
-    double y = (*native)(registers.data());
-    if (ErrorFlagged(y) || !std::isfinite(y)) [[unlikely]]
-        return SolveAgainWithEveryCheck(*this, variables, degrees, random);
-    return y;
+double Program::RunAfterFault(const Variables& variables, bool degrees, SingleRandom& random) {
+    return SolveAgainWithEveryCheck(*this, variables, degrees, random);
 }
 
 double Program::RunAny(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep) {

@@ -31,6 +31,8 @@ public:
 
     bool Defined(VarSlot s) const { return defined_[s.index] != 0; }
     double Value(VarSlot s) const { return values_[s.index]; }
+    // Every slot's value, defined or not, by index.
+    const std::vector<double>& Values() const { return values_; }
 
 private:
     std::map<std::string, std::uint32_t, std::less<>> slots_;
