@@ -17,9 +17,10 @@ namespace {
 
 using namespace asmjit;
 
+// Never destroyed: a formula object that lives as long as the program releases its code last.
 asmjit::JitRuntime& Runtime() {
-    static asmjit::JitRuntime runtime;
-    return runtime;
+    static auto* runtime = new asmjit::JitRuntime;
+    return *runtime;
 }
 
 // The steps' library calls, each exactly as the interpreter makes it without checks.
