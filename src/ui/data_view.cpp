@@ -99,9 +99,6 @@ void Fill(QChartView* view, const std::vector<QXYSeries*>& series, bool legend) 
 
 DataView::DataView(AppState& s, QWidget* parent) : QWidget(parent), s_(s) {
     setObjectName("dataView");
-    curveView_ = NewView(this);
-    residualView_ = NewView(this);
-    residualView_->setMinimumHeight(110);
     message_ = new QLabel(this);
     message_->setObjectName("dataViewMessage");
     message_->setWordWrap(true);
@@ -120,13 +117,12 @@ DataView::DataView(AppState& s, QWidget* parent) : QWidget(parent), s_(s) {
     table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table_->setMaximumHeight(160);
 
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(curveView_, 3);
-    layout->addWidget(message_);
-    layout->addWidget(residualView_, 1);
-    layout->addWidget(verdict_);
-    layout->addWidget(table_);
+    layout_ = new QVBoxLayout(this);
+    layout_->setContentsMargins(0, 0, 0, 0);
+    layout_->addStretch(3);  // where the charts go
+    layout_->addWidget(message_);
+    layout_->addWidget(verdict_);
+    layout_->addWidget(table_);
 
     timer_.setSingleShot(true);
     timer_.setInterval(kRestMs);
@@ -137,8 +133,20 @@ void DataView::ScheduleRedraw() {
     timer_.start();
 }
 
+// The charts are made when there is first something to draw: an empty chart costs a tenth of the
+// program's start.
+void DataView::MakeCharts() {
+    curveView_ = NewView(this);
+    residualView_ = NewView(this);
+    residualView_->setMinimumHeight(110);
+    delete layout_->takeAt(0);
+    layout_->insertWidget(0, curveView_, 3);
+    layout_->insertWidget(2, residualView_, 1);
+}
+
 void DataView::Redraw() {
     timer_.stop();
+    if (!curveView_) MakeCharts();
     const std::string folder = s_.DataDir.empty() ? s_.UserDir : s_.DataDir;
     const fitting::DataViewContent v = fitting::ComputeDataView(RecordOnForm(s_), folder);
 
@@ -189,13 +197,13 @@ void DataView::Redraw() {
 }
 
 QList<QPointF> DataView::points() const {
-    return PointsOf(curveView_, "Data");
+    return curveView_ ? PointsOf(curveView_, "Data") : QList<QPointF>{};
 }
 QList<QPointF> DataView::startCurve() const {
-    return PointsOf(curveView_, "Starting curve");
+    return curveView_ ? PointsOf(curveView_, "Starting curve") : QList<QPointF>{};
 }
 QList<QPointF> DataView::fittedCurve() const {
-    return PointsOf(curveView_, "Last fit");
+    return curveView_ ? PointsOf(curveView_, "Last fit") : QList<QPointF>{};
 }
 QString DataView::message() const {
     return message_->text();
@@ -206,6 +214,7 @@ QString DataView::verdict() const {
 
 void DataView::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
+    if (!curveView_) return;
     FitTicks(curveView_);
     FitTicks(residualView_);
 }

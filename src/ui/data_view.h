@@ -12,6 +12,7 @@
 class QChartView;
 class QLabel;
 class QTableWidget;
+class QVBoxLayout;
 
 namespace quillet::ui {
 
@@ -35,10 +36,13 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void MakeCharts();
+
     AppState& s_;
     QTimer timer_;
-    QChartView* curveView_;
-    QChartView* residualView_;
+    QVBoxLayout* layout_;
+    QChartView* curveView_ = nullptr;
+    QChartView* residualView_ = nullptr;
     QLabel* message_;
     QLabel* verdict_;
     QTableWidget* table_;

@@ -4,14 +4,17 @@
 #include "env/paths.h"
 #include "env/registry_backend.h"
 #include "model/startup.h"
+#include "ui/app_icon.h"
 #include "ui/desktop_ports.h"
 #include "ui/main_window.h"
+#include "ui/program_style.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName("Quillet");
     QApplication::setOrganizationName("Vantorel");
-    QApplication::setWindowIcon(QIcon(":/quillet.svg"));
+    QApplication::setWindowIcon(quillet::ui::AppIcon());
+    QApplication::setStyle(new quillet::ui::ProgramStyle);
 
     quillet::ui::DesktopPorts ports;
     const auto registry = quillet::MakePlatformRegistry();

@@ -22,6 +22,7 @@
 #include "ui/data_view.h"
 #include "ui/demos_page.h"
 #include "ui/lazy_page.h"
+#include "ui/app_icon.h"
 #include "ui/links.h"
 #include "ui/manual_window.h"
 #include "ui/output_viewer.h"
@@ -32,8 +33,8 @@ namespace quillet::ui {
 frmMain::frmMain(AppState& s, QWidget* parent) : QMainWindow(parent), binder_(s, this) {
     setObjectName("frmMain");
     // The program's icon is the application's (main sets it); a window made without it, as in
-    // the screenshots, brings its own. Each icon set is rendered at four sizes, about 1 ms.
-    if (QApplication::windowIcon().isNull()) setWindowIcon(QIcon(":/quillet.svg"));
+    // the screenshots, brings its own.
+    if (QApplication::windowIcon().isNull()) setWindowIcon(AppIcon());
     tabs_ = new QTabWidget(this);
     tabs_->addTab(BuildInputPage(), "Input Parameters");
     // The other tabs are built when first shown: a start shows only the first one.
