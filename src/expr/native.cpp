@@ -2,6 +2,16 @@
 
 #include "expr/program.h"
 
+#include <atomic>
+
+namespace quillet::expr {
+namespace {
+std::atomic<bool> allowed{true};
+}
+void AllowNativeCode(bool allow) { allowed = allow; }
+bool NativeCodeAllowed() { return allowed; }
+}  // namespace quillet::expr
+
 #ifdef QUILLET_NATIVE_FORMULAS
 #include <asmjit/x86.h>
 

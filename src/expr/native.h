@@ -30,6 +30,11 @@ private:
 // assembler library.
 bool NativeCodeAvailable();
 
+// Whether formulas solved often become machine code from now on (they do unless turned off);
+// tests turn it off to have the interpreter's outcomes to compare with.
+void AllowNativeCode(bool allowed);
+bool NativeCodeAllowed();
+
 // Machine code for the program's steps without variable checks, for one angle unit; null when
 // a step has no machine form (random numbers, errors the compiler found) or the code could not
 // be made.

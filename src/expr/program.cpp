@@ -321,7 +321,7 @@ constexpr std::size_t kSolvesBeforeNative = 16;
 bool UseNative(Program& p, bool degrees, const Sweep* sweep) {
     if (p.native) return p.nativeDegrees == degrees;
     p.solves += sweep ? sweep->xs.size() : 1;
-    if (p.nativeTried || p.solves < kSolvesBeforeNative) return false;
+    if (p.nativeTried || p.solves < kSolvesBeforeNative || !NativeCodeAllowed()) return false;
     p.nativeTried = true;
     p.native = MakeNativeCode(p, degrees);
     p.nativeDegrees = degrees;

@@ -4,9 +4,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "env/errors.h"
 #include "expr/equation.h"
+#include "expr/native.h"
 
 namespace {
 
@@ -28,37 +30,31 @@ std::string Outcome(quillet::clsEquation& eq) {
     }
 }
 
-quillet::clsEquation Fresh(const std::string& formula, bool degrees, double x) {
+// What the same solves come to, one after another on one object.
+std::vector<std::string> Outcomes(const std::string& formula, bool degrees) {
+    constexpr double kXs[] = {0.0, -0.5, 1.0, 2.5, -3.0, 1e-200, 700.0, -700.0, 0.1, 7.0,
+                              -0.0, 3.5, -1.0, 0.75, 12.0, 1e300, 0.25, -2.0, 5.0, 0.5};
     quillet::clsEquation eq;
     eq.Degrees(degrees);
     eq.Var("y2", 1e300);
-    eq.Var("x", x);
+    const quillet::expr::VarSlot x = eq.Slot("x");
     eq.Equation(formula);
-    return eq;
-}
-
-// A formula that draws random numbers gives another value each time by design.
-bool DrawsRandomNumbers(const std::string& formula, bool degrees) {
-    quillet::clsEquation eq = Fresh(formula, degrees, 0.5);
-    const std::string first = Outcome(eq);
-    eq.Var("x", 0.5);
-    return Outcome(eq) != first;
-}
-
-// Solved often enough, a formula runs as machine code: it must come to what a first, interpreted
-// solve comes to at every X.
-void CompareMachineCodeWithTheInterpreter(const std::string& formula, bool degrees) {
-    if (DrawsRandomNumbers(formula, degrees)) return;
-    constexpr double kXs[] = {0.0, -0.5, 1.0, 2.5, -3.0, 1e-200, 700.0, -700.0, 0.1, 7.0,
-                              -0.0, 3.5, -1.0, 0.75, 12.0, 1e300, 0.25, -2.0, 5.0, 0.5};
-    quillet::clsEquation hot = Fresh(formula, degrees, 0.0);
-    const quillet::expr::VarSlot x = hot.Slot("x");
+    std::vector<std::string> outcomes;
     for (int round = 0; round < 2; ++round)
         for (double v : kXs) {
-            hot.Var(x, v);
-            quillet::clsEquation cold = Fresh(formula, degrees, v);
-            if (Outcome(hot) != Outcome(cold)) __builtin_trap();
+            eq.Var(x, v);
+            outcomes.push_back(Outcome(eq));
         }
+    return outcomes;
+}
+
+// Solved often enough, a formula runs as machine code: it must come to what the interpreter
+// comes to at every X.
+void CompareMachineCodeWithTheInterpreter(const std::string& formula, bool degrees) {
+    quillet::expr::AllowNativeCode(false);
+    const std::vector<std::string> interpreted = Outcomes(formula, degrees);
+    quillet::expr::AllowNativeCode(true);
+    if (Outcomes(formula, degrees) != interpreted) __builtin_trap();
 }
 
 }  // namespace
