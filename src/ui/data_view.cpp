@@ -106,23 +106,11 @@ DataView::DataView(AppState& s, QWidget* parent) : QWidget(parent), s_(s) {
     verdict_ = new QLabel(this);
     verdict_->setObjectName("dataViewVerdict");
     verdict_->setWordWrap(true);
-    table_ = new QTableWidget(0, 4, this);
-    table_->setObjectName("dataViewParameters");
-    table_->setHorizontalHeaderLabels({"Name", "Fitted", "Std. error", "Physical"});
-    table_->verticalHeader()->hide();
-    table_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    table_->horizontalHeader()->setStretchLastSection(true);
-    table_->setWordWrap(false);
-    table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + 6);
-    table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table_->setMaximumHeight(160);
-
     layout_ = new QVBoxLayout(this);
     layout_->setContentsMargins(0, 0, 0, 0);
     layout_->addStretch(3);  // where the charts go
     layout_->addWidget(message_);
     layout_->addWidget(verdict_);
-    layout_->addWidget(table_);
 
     timer_.setSingleShot(true);
     timer_.setInterval(kRestMs);
@@ -133,20 +121,31 @@ void DataView::ScheduleRedraw() {
     timer_.start();
 }
 
-// The charts are made when there is first something to draw: an empty chart costs a tenth of the
-// program's start.
-void DataView::MakeCharts() {
+// The charts and the table are made when there is first something to show: empty, they cost a
+// tenth of the program's start.
+void DataView::MakeViews() {
     curveView_ = NewView(this);
     residualView_ = NewView(this);
     residualView_->setMinimumHeight(110);
+    table_ = new QTableWidget(0, 4, this);
+    table_->setObjectName("dataViewParameters");
+    table_->setHorizontalHeaderLabels({"Name", "Fitted", "Std. error", "Physical"});
+    table_->verticalHeader()->hide();
+    table_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    table_->horizontalHeader()->setStretchLastSection(true);
+    table_->setWordWrap(false);
+    table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + 6);
+    table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table_->setMaximumHeight(160);
     delete layout_->takeAt(0);
     layout_->insertWidget(0, curveView_, 3);
     layout_->insertWidget(2, residualView_, 1);
+    layout_->addWidget(table_);
 }
 
 void DataView::Redraw() {
     timer_.stop();
-    if (!curveView_) MakeCharts();
+    if (!curveView_) MakeViews();
     const std::string folder = s_.DataDir.empty() ? s_.UserDir : s_.DataDir;
     const fitting::DataViewContent v = fitting::ComputeDataView(RecordOnForm(s_), folder);
 

@@ -30,13 +30,14 @@ public:
     QList<QPointF> fittedCurve() const;
     QString message() const;
     QString verdict() const;
+    // Null until the first redraw.
     QTableWidget* parameters() const { return table_; }
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void MakeCharts();
+    void MakeViews();
 
     AppState& s_;
     QTimer timer_;
@@ -45,7 +46,7 @@ private:
     QChartView* residualView_ = nullptr;
     QLabel* message_;
     QLabel* verdict_;
-    QTableWidget* table_;
+    QTableWidget* table_ = nullptr;
 };
 
 }  // namespace quillet::ui
