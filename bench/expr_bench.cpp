@@ -12,6 +12,7 @@
 #include <string>
 
 #include "expr/equation.h"
+#include "expr/native.h"
 #include "expr_formulas.h"
 
 namespace quillet::bench {
@@ -35,6 +36,13 @@ void QuilletResolve(benchmark::State& state, const BenchFormula& f) {
         eq.Var(x, xs[i++ % kXCount]);
         benchmark::DoNotOptimize(eq.Solution());
     }
+}
+
+// The same re-solve with machine code turned off: the steps' own time.
+void StepsResolve(benchmark::State& state, const BenchFormula& f) {
+    expr::AllowNativeCode(false);
+    QuilletResolve(state, f);
+    expr::AllowNativeCode(true);
 }
 
 void QuilletArray(benchmark::State& state, const BenchFormula& f) {
@@ -131,10 +139,10 @@ void PrintRatios(const std::vector<BenchFormula>& formulas, std::map<std::string
     std::printf("\nCPU time, medians of %zu interleaved repetitions; ratio = muparser / clsEquation per pair of\n"
                 "repetitions (above 1: clsEquation is faster), its median and its range min-max\n",
                 t.empty() ? std::size_t{0} : t.begin()->second.size());
-    std::printf("%-13s %9s %9s %6s %13s | %9s %6s | %9s %9s %6s\n", "", "re-solve", "", "", "", "array",
-                "", "parse+", "solve us", "");
-    std::printf("%-13s %9s %9s %6s %13s | %9s %6s | %9s %9s %6s\n", "formula", "clsEq ns", "muparser", "ratio",
-                "min-max", "ns per X", "ratio", "clsEq", "muparser", "ratio");
+    std::printf("%-13s %9s %9s %9s %6s %13s | %9s %6s | %9s %9s %6s\n", "", "re-solve", "", "", "", "",
+                "array", "", "parse+", "solve us", "");
+    std::printf("%-13s %9s %9s %9s %6s %13s | %9s %6s | %9s %9s %6s\n", "formula", "clsEq ns", "steps ns",
+                "muparser", "ratio", "min-max", "ns per X", "ratio", "clsEq", "muparser", "ratio");
     for (const auto& f : formulas) {
         const auto& rq = t["resolve/quillet/" + f.name];
         const auto& rm = t["resolve/muparser/" + f.name];
@@ -146,8 +154,8 @@ void PrintRatios(const std::vector<BenchFormula>& formulas, std::map<std::string
                                                           *std::max_element(resolve.begin(), resolve.end()));
         char range[32];
         std::snprintf(range, sizeof range, "%.2f-%.2f", lo, hi);
-        std::printf("%-13s %9.1f %9.1f %6.2f %13s | %9.1f %6.2f | %9.2f %9.2f %6.2f\n", f.name.c_str(), Median(rq),
-                    Median(rm), Median(resolve), range, Median(t["array/quillet/" + f.name]) / kXCount,
+        std::printf("%-13s %9.1f %9.1f %9.1f %6.2f %13s | %9.1f %6.2f | %9.2f %9.2f %6.2f\n", f.name.c_str(),
+                    Median(rq), Median(t["resolve/steps/" + f.name]), Median(rm), Median(resolve), range, Median(t["array/quillet/" + f.name]) / kXCount,
                     Median(array), Median(t["parse/quillet/" + f.name]) / 1000,
                     Median(t["parse/muparser/" + f.name]) / 1000, Median(parse));
     }
@@ -164,6 +172,7 @@ int main(int argc, char** argv) {
     for (const auto& f : formulas) {
         benchmark::RegisterBenchmark(("resolve/quillet/" + f.name).c_str(), QuilletResolve, f);
         benchmark::RegisterBenchmark(("resolve/muparser/" + f.name).c_str(), MuparserResolve, f);
+        benchmark::RegisterBenchmark(("resolve/steps/" + f.name).c_str(), StepsResolve, f);
         benchmark::RegisterBenchmark(("array/quillet/" + f.name).c_str(), QuilletArray, f);
         benchmark::RegisterBenchmark(("parse/quillet/" + f.name).c_str(), QuilletParse, f);
         benchmark::RegisterBenchmark(("parse/muparser/" + f.name).c_str(), MuparserParse, f);

@@ -318,13 +318,16 @@ Solved:
 // Making machine code costs about as much as a few thousand interpreted steps.
 constexpr std::size_t kSolvesBeforeNative = 16;
 
-bool UseNative(Program& p, bool degrees, const Sweep* sweep) {
-    if (p.native) return p.nativeDegrees == degrees;
+// Decides once, after enough solves, whether the program runs as machine code. Out of line, so
+// that the interpreter's own solves do not carry it.
+[[gnu::noinline, gnu::cold]] bool TryNative(Program& p, bool degrees, const Sweep* sweep) {
     p.solves += sweep ? sweep->xs.size() : 1;
-    if (p.nativeTried || p.solves < kSolvesBeforeNative || !NativeCodeAllowed()) return false;
+    if (p.solves < kSolvesBeforeNative) return false;
     p.nativeTried = true;
-    p.native = MakeNativeCode(p, degrees);
-    p.nativeDegrees = degrees;
+    if (NativeCodeAllowed()) {
+        p.native = MakeNativeCode(p, degrees);
+        p.nativeDegrees = degrees;
+    }
     return p.native != nullptr;
 }
 
@@ -387,15 +390,38 @@ double Program::RunAfterFault(const Variables& variables, bool degrees, SingleRa
     return SolveAgainWithEveryCheck(*this, variables, degrees, random);
 }
 
+[[gnu::noinline]] double Program::RunMachineCode(const Variables& variables, bool degrees, SingleRandom& random,
+                                                 Sweep* sweep) {
+    return sweep ? SweepNative(*this, variables, degrees, random, *sweep) : RunNative(variables, degrees, random);
+}
+
+namespace {
+
+// The steps' solve that checks at the end.
+inline double RunStepsAtEnd(Program& p, const Variables& variables, bool degrees, SingleRandom& random,
+                            Sweep* sweep) {
+    if (sweep) return SweepCheckingAtEnd(p, variables, degrees, random, *sweep);
+    if (p.stepsRaise) return SolveCheckingAtEnd(p, variables, degrees, random);
+    return Solve<false, Checks::AtEnd>(p, variables, degrees, random, nullptr, nullptr);
+}
+
+}  // namespace
+
+// Out of line: a program that runs only its steps, once decided, does not carry the decision.
+[[gnu::noinline, gnu::cold]] double Program::RunDecidingNative(const Variables& variables, bool degrees, SingleRandom& random,
+                                                    Sweep* sweep) {
+    if (native ? nativeDegrees == degrees : TryNative(*this, degrees, sweep))
+        return RunMachineCode(variables, degrees, random, sweep);
+    return RunStepsAtEnd(*this, variables, degrees, random, sweep);
+}
+
 double Program::RunAny(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep) {
     if (!inputsDefined) inputsDefined = AllDefined(inputs, variables);
     if (!(kFlagsReadable && checksAtEnd && inputsDefined))
         return SolveEachStep(*this, variables, degrees, random, sweep);
-    if (UseNative(*this, degrees, sweep))
-        return sweep ? SweepNative(*this, variables, degrees, random, *sweep) : RunNative(variables, degrees, random);
-    if (sweep) return SweepCheckingAtEnd(*this, variables, degrees, random, *sweep);
-    if (stepsRaise) return SolveCheckingAtEnd(*this, variables, degrees, random);
-    return Solve<false, Checks::AtEnd>(*this, variables, degrees, random, nullptr, nullptr);
+    if (native || !nativeTried) [[unlikely]]
+        return RunDecidingNative(variables, degrees, random, sweep);
+    return RunStepsAtEnd(*this, variables, degrees, random, sweep);
 }
 
 }  // namespace quillet::expr

@@ -111,6 +111,8 @@ private:
         return y;
     }
     double RunAfterFault(const Variables& variables, bool degrees, SingleRandom& random);
+    double RunMachineCode(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep);
+    double RunDecidingNative(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep);
     double RunAny(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep);
 };
 
