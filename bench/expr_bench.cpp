@@ -155,8 +155,8 @@ void PrintRatios(const std::vector<BenchFormula>& formulas, std::map<std::string
         char range[32];
         std::snprintf(range, sizeof range, "%.2f-%.2f", lo, hi);
         std::printf("%-13s %9.1f %9.1f %9.1f %6.2f %13s | %9.1f %6.2f | %9.2f %9.2f %6.2f\n", f.name.c_str(),
-                    Median(rq), Median(t["resolve/steps/" + f.name]), Median(rm), Median(resolve), range, Median(t["array/quillet/" + f.name]) / kXCount,
-                    Median(array), Median(t["parse/quillet/" + f.name]) / 1000,
+                    Median(rq), Median(t["resolve/steps/" + f.name]), Median(rm), Median(resolve), range,
+                    Median(t["array/quillet/" + f.name]) / kXCount, Median(array), Median(t["parse/quillet/" + f.name]) / 1000,
                     Median(t["parse/muparser/" + f.name]) / 1000, Median(parse));
     }
 }

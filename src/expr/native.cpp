@@ -1,15 +1,18 @@
 #include "expr/native.h"
 
-#include "expr/program.h"
-
 #include <atomic>
 
+#include "expr/program.h"
+
 namespace quillet::expr {
+
 namespace {
 std::atomic<bool> allowed{true};
-}
+}  // namespace
+
 void AllowNativeCode(bool allow) { allowed = allow; }
 bool NativeCodeAllowed() { return allowed; }
+
 }  // namespace quillet::expr
 
 #ifdef QUILLET_NATIVE_FORMULAS

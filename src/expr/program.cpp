@@ -408,8 +408,8 @@ inline double RunStepsAtEnd(Program& p, const Variables& variables, bool degrees
 }  // namespace
 
 // Out of line: a program that runs only its steps, once decided, does not carry the decision.
-[[gnu::noinline, gnu::cold]] double Program::RunDecidingNative(const Variables& variables, bool degrees, SingleRandom& random,
-                                                    Sweep* sweep) {
+[[gnu::noinline, gnu::cold]] double Program::RunDecidingNative(const Variables& variables, bool degrees,
+                                                              SingleRandom& random, Sweep* sweep) {
     if (native ? nativeDegrees == degrees : TryNative(*this, degrees, sweep))
         return RunMachineCode(variables, degrees, random, sweep);
     return RunStepsAtEnd(*this, variables, degrees, random, sweep);

@@ -98,7 +98,8 @@ struct Program {
     // sweep, solves once for each of its values, with the variable otherwise as it is. May clear
     // the processor's flags for overflow, division by zero and invalid operations.
     double Run(const Variables& variables, bool degrees, SingleRandom& random, Sweep* sweep = nullptr) {
-        if (native && !sweep && inputsDefined && nativeDegrees == degrees) return RunNative(variables, degrees, random);
+        if (native && !sweep && inputsDefined && nativeDegrees == degrees)
+            return RunNative(variables, degrees, random);
         return RunAny(variables, degrees, random, sweep);
     }
 

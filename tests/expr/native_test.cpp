@@ -87,7 +87,8 @@ TEST(MachineCode, SweepsStopAtTheValueThatRaisesAndGoOnAfterIt) {
                 error = golden::ErrorText(e);
             }
             for (; from < failed; ++from)
-                ASSERT_EQ(golden::Bits(ys[from]), Interpreted(formula, false, xs[from])) << formula << " at " << xs[from];
+                ASSERT_EQ(golden::Bits(ys[from]), Interpreted(formula, false, xs[from]))
+                    << formula << " at " << xs[from];
             if (failed < xs.size()) {
                 ASSERT_EQ(error, Interpreted(formula, false, xs[failed])) << formula << " at " << xs[failed];
             }
