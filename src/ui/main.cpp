@@ -7,14 +7,12 @@
 #include "ui/app_icon.h"
 #include "ui/desktop_ports.h"
 #include "ui/main_window.h"
-#include "ui/program_style.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName("Quillet");
     QApplication::setOrganizationName("Vantorel");
     QApplication::setWindowIcon(quillet::ui::AppIcon());
-    QApplication::setStyle(new quillet::ui::ProgramStyle);
 
     quillet::ui::DesktopPorts ports;
     const auto registry = quillet::MakePlatformRegistry();

@@ -1,4 +1,4 @@
-// What the start shows without reading image files: the icon's pixels and the drawn arrow.
+// The window's icon, shown at start from pixels rendered at build time.
 #include <gtest/gtest.h>
 
 #include <QIcon>
@@ -6,7 +6,6 @@
 #include <QPixmap>
 
 #include "ui/app_icon.h"
-#include "ui/program_style.h"
 
 namespace quillet::testing {
 namespace {
@@ -35,23 +34,6 @@ TEST(StartLook, TheIconHasItsFourSizesAsTheSvgDrawsThem) {
         ASSERT_EQ(built.size(), drawn.size());
         EXPECT_LE(LargestDifference(built, drawn), 2) << size.width();
     }
-}
-
-TEST(StartLook, TheOverflowArrowsAreDrawnAndTheOtherIconsAreTheStyles) {
-    ui::ProgramStyle style;
-    for (auto which : {QStyle::SP_ToolBarHorizontalExtensionButton, QStyle::SP_ToolBarVerticalExtensionButton}) {
-        const QImage arrow = style.standardIcon(which).pixmap(16, 16).toImage();
-        ASSERT_FALSE(arrow.isNull());
-        int inked = 0;
-        for (int y = 0; y < arrow.height(); ++y)
-            for (int x = 0; x < arrow.width(); ++x) inked += qAlpha(arrow.pixel(x, y)) > 0;
-        EXPECT_GT(inked, 10) << which;
-        EXPECT_LT(inked, 16 * 16 / 2) << which;
-    }
-    // Drawn one way, pointing right, then turned: the two are not the same picture.
-    EXPECT_NE(style.standardIcon(QStyle::SP_ToolBarHorizontalExtensionButton).pixmap(16, 16).toImage(),
-              style.standardIcon(QStyle::SP_ToolBarVerticalExtensionButton).pixmap(16, 16).toImage());
-    EXPECT_FALSE(style.standardIcon(QStyle::SP_MessageBoxWarning).isNull());
 }
 
 }  // namespace
