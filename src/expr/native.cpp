@@ -54,16 +54,11 @@ double Raised() {
     volatile double zero = 0;
     return zero / zero;
 }
-double NativeIntDiv(double a, double b) {
+// Integer division and remainder, which raise on their own.
+template <double (*f)(double, double)>
+double NativeRaising(double a, double b) {
     try {
-        return IntDiv(a, b);
-    } catch (...) {
-        return Raised();
-    }
-}
-double NativeIntMod(double a, double b) {
-    try {
-        return IntMod(a, b);
+        return f(a, b);
     } catch (...) {
         return Raised();
     }
@@ -237,8 +232,8 @@ private:
             // minsd and maxsd keep their second operand unless the first compares less (more).
             case Op::Min: return arithmetic([&](const x86::Xmm& v, const x86::Xmm& b) { cc.minsd(v, b); });
             case Op::Max: return arithmetic([&](const x86::Xmm& v, const x86::Xmm& b) { cc.maxsd(v, b); });
-            case Op::IntDiv: return Call(&NativeIntDiv, Value(s.a), Value(s.b));
-            case Op::IntMod: return Call(&NativeIntMod, Value(s.a), Value(s.b));
+            case Op::IntDiv: return Call(&NativeRaising<IntDiv>, Value(s.a), Value(s.b));
+            case Op::IntMod: return Call(&NativeRaising<IntMod>, Value(s.a), Value(s.b));
             case Op::Call: return CallThroughTable(s);
             case Op::Pow: return Call(&NativePow, Value(s.a), Value(s.b));
             case Op::Square: return Call(&NativeSquare, Value(s.a));

@@ -30,8 +30,6 @@ public:
     QList<QPointF> fittedCurve() const;
     QString message() const;
     QString verdict() const;
-    // Null until the first redraw.
-    QTableWidget* parameters() const { return table_; }
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
