@@ -17,14 +17,14 @@
 #include "run/submit.h"
 #include "ui/data_view.h"
 #include "ui/main_window.h"
+#include "ui/wrapping_label.h"
 
 namespace quillet::ui {
 
 namespace {
 
 QLabel* WrappedLabel(QWidget* parent) {
-    auto* l = new QLabel(parent);
-    l->setWordWrap(true);
+    auto* l = new WrappingLabel(parent);
     l->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     return l;
 }

@@ -7,12 +7,15 @@
 #include "ui/app_icon.h"
 #include "ui/desktop_ports.h"
 #include "ui/main_window.h"
+#include "ui/program_style.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName("Quillet");
     QApplication::setOrganizationName("Vantorel");
     QApplication::setWindowIcon(quillet::ui::AppIcon());
+    // Over the style the platform or the person (-style, QT_STYLE_OVERRIDE) chose.
+    QApplication::setStyle(new quillet::ui::ProgramStyle(QApplication::style()->name()));
 
     quillet::ui::DesktopPorts ports;
     const auto registry = quillet::MakePlatformRegistry();
