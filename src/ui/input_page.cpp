@@ -148,11 +148,10 @@ QWidget* frmMain::BuildInputPage() {
     b.BindText(pause, f.tPause);
     auto* pauseLabel = new QLabel("&Pause (seconds):", run);
     pauseLabel->setBuddy(pause);
-    auto* warning = new QLabel(
+    auto* warning = new WrappingLabel(run);
+    warning->setText(
         "WARNING! 'Pause' time for your PC; e.g. 2010 PC=6 (seconds). If a problem does NOT execute, "
-        "increase time; begin time=20.",
-        run);
-    warning->setWordWrap(true);
+        "increase time; begin time=20.");
     auto* autoExit = new QCheckBox(run);
     b.BindCheck(autoExit, f.AutoExit);
     auto* submit = new QPushButton(run);

@@ -1,29 +1,33 @@
 #pragma once
-// A word-wrapped label that remembers its height for the widths layouts ask about: a grid of
-// them asks each label the same widths again and again while a window is laid out, and every
-// answer lays the text out anew.
+// A word-wrapped label of plain text that lays its text out once and then only breaks it into
+// lines for each width a layout asks about. A plain word-wrapped label lays the whole text out
+// anew for every answer, nine times or so per label while a window first takes its size.
 #include <QLabel>
+#include <QTextLayout>
 
-#include <array>
+#include <memory>
 
 namespace quillet::ui {
 
 class WrappingLabel : public QLabel {
   public:
     explicit WrappingLabel(QWidget* parent = nullptr);
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
     int heightForWidth(int width) const override;
 
   protected:
     void changeEvent(QEvent* event) override;
 
   private:
-    struct Known {
-        int width = -1;
-        int height = 0;
-    };
+    bool Measures() const;
+    QTextLayout& Layout() const;
+    QSize TextSize(int width) const;
+    QSize SizeForWidth(int width) const;
+
     mutable QString text_;
-    mutable std::array<Known, 4> known_{};
-    mutable std::size_t next_ = 0;
+    mutable std::unique_ptr<QTextLayout> layout_;
+    mutable QSize hint_, minimumHint_;
 };
 
 }  // namespace quillet::ui
