@@ -75,14 +75,14 @@ QSize WrappingLabel::SizeForWidth(int width) const {
 
 QSize WrappingLabel::sizeHint() const {
     if (!Measures()) return QLabel::sizeHint();
-    Layout();
+    Layout();  // a new text drops the hints
     if (!hint_.isValid()) hint_ = SizeForWidth(-1);
     return hint_;
 }
 
 QSize WrappingLabel::minimumSizeHint() const {
     if (!Measures()) return QLabel::minimumSizeHint();
-    Layout();
+    Layout();  // a new text drops the hints
     if (!minimumHint_.isValid()) {
         // As narrow as the longest word, as low as one line (or the chosen size, if lower).
         const int oneLine = SizeForWidth(QWIDGETSIZE_MAX).height();
